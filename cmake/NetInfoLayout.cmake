@@ -1,0 +1,12 @@
+# Where things are built and installed. Both trees have the same shape, so that the application finds
+# its plug-ins and texts relative to itself in either.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
+
+set(NETINFO_LIBRARY_PATH "${CMAKE_INSTALL_LIBDIR}/skylet") # what GetPluginLibraryPath() answers
+set(NETINFO_PLUGIN_DIR "${NETINFO_LIBRARY_PATH}/plugins")
+set(NETINFO_LANG_DIR "${CMAKE_INSTALL_DATADIR}/skylet/lang")
+
+file(RELATIVE_PATH NETINFO_BIN_TO_LIB "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+file(RELATIVE_PATH NETINFO_BIN_TO_LIBRARY_PATH "/${CMAKE_INSTALL_BINDIR}" "/${NETINFO_LIBRARY_PATH}")
+file(RELATIVE_PATH NETINFO_BIN_TO_LANG "/${CMAKE_INSTALL_BINDIR}" "/${NETINFO_LANG_DIR}")

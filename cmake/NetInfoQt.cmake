@@ -1,0 +1,17 @@
+# Finds the Qt that NETINFO_QT names, under the versionless target names Qt::Core and so on.
+if(NETINFO_QT EQUAL 4)
+  # Only the plug-in has Qt 4 source; its host and its SDK come from elsewhere.
+  find_package(Qt4 4.8 REQUIRED COMPONENTS QtCore QtGui)
+  add_library(Qt::Core ALIAS Qt4::QtCore)
+  add_library(Qt::Gui ALIAS Qt4::QtGui)
+  add_library(Qt::Widgets ALIAS Qt4::QtGui)
+else()
+  set(NETINFO_QT_MIN 6.4)
+  if(NETINFO_QT EQUAL 5)
+    set(NETINFO_QT_MIN 5.15)
+  endif()
+  find_package(Qt${NETINFO_QT} ${NETINFO_QT_MIN} REQUIRED COMPONENTS Core Gui Widgets LinguistTools)
+  if(BUILD_TESTING)
+    find_package(Qt${NETINFO_QT} ${NETINFO_QT_MIN} REQUIRED COMPONENTS Test)
+  endif()
+endif()

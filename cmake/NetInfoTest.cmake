@@ -1,0 +1,26 @@
+# netinfo_add_test(NAME SOURCES file... LIBS target... LABELS label... [TIMEOUT seconds])
+# One test program, run offscreen in a fixed locale and time zone. Labels: unit, gui, integration;
+# threads marks what the thread sanitizer runs.
+set(NETINFO_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    LC_ALL=C.UTF-8
+    TZ=UTC
+    "ASAN_OPTIONS=detect_stack_use_after_return=1"
+    "UBSAN_OPTIONS=print_stacktrace=1"
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+    "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
+
+function(netinfo_add_test name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  netinfo_target(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LIBS} Qt::Test)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(
+    ${name} PROPERTIES ENVIRONMENT "${NETINFO_TEST_ENVIRONMENT}" LABELS "${arg_LABELS}"
+                       TIMEOUT ${arg_TIMEOUT} SKIP_RETURN_CODE 77)
+endfunction()
