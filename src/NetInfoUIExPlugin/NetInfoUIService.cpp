@@ -1,0 +1,265 @@
+// Lifecycle and host commands of the controller.
+#include "NetInfoUIService.h"
+
+#include <QTreeWidget>
+
+#include "NetInfoLog.h"
+#include "NetInfoSettingsPage.h"
+#include "NetInfoUIService_p.h"
+
+namespace {
+
+constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
+
+constexpr unsigned int kLanguageChanged = 320;
+constexpr unsigned int kStoredStatisticsChanged = 837;
+
+//! Puts \a page into \a rect of \a parent; it is hidden afterwards.
+void placePage(QWidget *page, QWidget *parent, const QRect &rect, int sideMargin)
+{
+    page->setParent(parent);
+    page->resize(rect.width(), rect.height());
+    page->move(rect.topLeft());
+    page->setContentsMargins(sideMargin, 0, sideMargin, 0);
+    page->setAttribute(Qt::WA_MouseTracking);
+}
+
+void detach(QWidget *page)
+{
+    if (page)
+        page->setParent(nullptr);
+}
+
+} // namespace
+
+CNetInfoUIService *CNetInfoUIService::m_pInstance = nullptr;
+
+CNetInfoUIService *CNetInfoUIService::instance()
+{
+    if (!m_pInstance)
+        m_pInstance = new CNetInfoUIService;
+    return m_pInstance;
+}
+
+void CNetInfoUIService::Destroy()
+{
+    if (!m_pInstance)
+        return;
+    m_pInstance->OnDestroy();
+    delete m_pInstance;
+    m_pInstance = nullptr;
+}
+
+CNetInfoUIService::CNetInfoUIService()
+    : m_page(new Page)
+    , m_tree(new TreeRows)
+    , m_live(new LiveFigures)
+{
+    NETINFO_TRACE_CALL("%s: %s called", kSource);
+}
+
+CNetInfoUIService::~CNetInfoUIService()
+{
+    NETINFO_TRACE_CALL("%s: %s called", kSource);
+}
+
+bool CNetInfoUIService::Init()
+{
+    NETINFO_TRACE_CALL("%s: %s: called", kSource);
+    if (m_page->initialised) // the host may call twice; nothing is built twice
+        return true;
+    m_page->initialised = true;
+    createAuxiliaryWidgets();
+    m_page->source = NetInfoUILogic::Instance();
+    translateLabels();
+    startStatistics();
+    createMainWidget();
+    createRightClickActions();
+    createOperatorPage();
+    return true;
+}
+
+void CNetInfoUIService::startStatistics()
+{
+    NetInfoUILogic *const source = m_page->source;
+    source->Init();
+    source->GetFluxUnitData(m_tree->fluxUnits);
+    source->GetSpeedUnitData(m_tree->speedUnits);
+    m_page->dataLimitEnabled = isFunctionEnabled("DATAVOLUMELIMIT");
+    m_page->timeLimitEnabled = isFunctionEnabled("TIMEVOLUMELIMIT");
+    // Emitted on the SDK's thread, so it arrives here queued.
+    connect(source,
+            SIGNAL(statisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)),
+            this,
+            SLOT(onStatisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)));
+}
+
+bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
+{
+    NETINFO_TRACE("%s: %s: %s: Entered", kSource);
+    if (m_page->operatorPage) {
+        placePage(m_page->operatorPage, parent, rect, 0);
+        m_page->operatorPage->setVisible(true);
+    }
+    m_page->hostRect = rect;
+    if (updateStoredStatistics())
+        NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
+    else
+        NETINFO_TRACE_CALL("%s: %s: Failed to get the Daily,Monthly ,yearly stats ", kSource);
+    if (m_page->mainWidget) { // placed, but this build always presents the operator page
+        placePage(m_page->mainWidget, parent, rect, 4);
+        m_page->mainWidget->setVisible(false);
+    }
+    QTreeWidget *const tree = m_tree->tree;
+    if (tree && m_page->source && (m_page->dataLimitEnabled || m_page->timeLimitEnabled)) {
+        tree->setColumnWidth(0, m_tree->firstColumnWidth);
+        tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        tree->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    }
+    if (tree)
+        tree->setFocus(Qt::OtherFocusReason);
+    NETINFO_TRACE("%s: %s: %s: Exit", kSource);
+    return true;
+}
+
+int CNetInfoUIService::FitSize(QRect &rect)
+{
+    NETINFO_TRACE("%s: %s: %s: Entered", kSource);
+    if (m_page->mainWidget && m_tree->tree) { // the operator page is laid out by ShowWindow alone
+        m_page->mainWidget->resize(rect.width(), rect.height());
+        m_page->mainWidget->move(rect.topLeft());
+        applyColumnWidth();
+        m_tree->tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        m_tree->tree->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    }
+    NETINFO_TRACE("%s: %s: %s: Exit", kSource);
+    return 0;
+}
+
+void CNetInfoUIService::Hide()
+{
+    if (m_page->operatorPage)
+        m_page->operatorPage->hide();
+    if (m_page->mainWidget)
+        m_page->mainWidget->hide();
+}
+
+int CNetInfoUIService::DoModal()
+{
+    return 0;
+}
+
+int CNetInfoUIService::Notify(unsigned int msg, unsigned int, unsigned int)
+{
+    NETINFO_TRACE("%s: %s: %s: called", kSource);
+    if (msg == kLanguageChanged) {
+        changeLanguage();
+    } else if (msg == kStoredStatisticsChanged) {
+        updateStoredStatistics();
+        enableScroll();
+    }
+    return 0;
+}
+
+void CNetInfoUIService::changeLanguage()
+{
+    translateLabels();
+    updateStoredStatistics();
+    updateStatisticsStrings();
+    updateTransferStrings();
+    updateRightClickItems();
+    if (m_tree->items[NotesItem])
+        m_tree->items[NotesItem]->setText(0, nodeText(NotesItem));
+    if (m_page->settings)
+        m_page->settings->SetLanguage();
+    m_tree->firstColumnWidth = NetInfoRules::kFirstColumnWidth;
+    enableScroll();
+    if (m_tree->tree)
+        applyColumnWidth();
+    if (m_page->content)
+        m_page->content->repaint();
+}
+
+void CNetInfoUIService::applyColumnWidth()
+{
+    m_tree->tree->setColumnWidth(0, m_tree->firstColumnWidth);
+    m_tree->tree->setMinimumWidth(1);
+}
+
+void CNetInfoUIService::OnDestroy()
+{
+    delete m_page->mainWidget;
+    m_page->settings = nullptr;
+    // The pages that no host window has taken would stay behind as windows of their own.
+    delete m_page->operatorPage;
+    delete m_page->content;
+    NetInfoUILogic::Destroy();
+}
+
+void CNetInfoUIService::setSettingsPage(NetInfoSettingsPage *page)
+{
+    m_page->settings = page;
+}
+
+bool CNetInfoUIService::ShowSettingDialog(QWidget *parent, QRect &rect)
+{
+    if (m_page->settings) {
+        m_page->settings->ShowNetInfoSettingDlg(parent, rect);
+        m_page->settingsActive = true;
+    }
+    return true;
+}
+
+bool CNetInfoUIService::HideSetting()
+{
+    return m_page->settings ? m_page->settings->HideNetInfoSetting() : true;
+}
+
+bool CNetInfoUIService::IsActiveSetting()
+{
+    return m_page->settingsActive;
+}
+
+bool CNetInfoUIService::OnClickSettingOkButton()
+{
+    if (m_page->settings && !m_page->settings->SaveNetInfoSettings()) {
+        m_page->settingsActive = true;
+        return false;
+    }
+    m_page->settingsActive = false;
+    if (m_page->settings)
+        detach(m_page->settings->pageWidget());
+    return true;
+}
+
+bool CNetInfoUIService::OnClickSettingCancelButton()
+{
+    if (m_page->settings) {
+        m_page->settings->CancelNetInfoSetting();
+        m_page->settingsActive = false;
+        detach(m_page->settings->pageWidget());
+    }
+    return true;
+}
+
+QString CNetInfoUIService::GetModuleName()
+{
+    const bool hasLimits = m_page->dataLimitEnabled || m_page->timeLimitEnabled;
+    if (!m_page->source || !hasLimits)
+        return QLatin1String("");
+    return tr(QLatin1String("IDS_SETTING_NAME"));
+}
+
+bool CNetInfoUIService::IsTopWindow()
+{
+    return true;
+}
+
+QString CNetInfoUIService::GetWindowTitle()
+{
+    return tr(QLatin1String("IDS_SETTING_NAME"));
+}
+
+void CNetInfoUIService::SwitchWindow()
+{
+}

@@ -1,0 +1,163 @@
+#pragma once
+// The controller of the plug-in's main view.
+
+#include <QIcon>
+#include <QItemDelegate>
+#include <QObject>
+#include <QString>
+
+#include <host/ISettingUIPlugin.h>
+#include <host/ISwitchUIService.h>
+#include <host/velq.h>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QMenu;
+class QPoint;
+class QRect;
+class QTime;
+class QTreeWidgetItem;
+class QWidget;
+QT_END_NAMESPACE
+class NetInfoSettingsPage;
+
+//! The tree's delegate: a focused row shows no focus frame.
+class GridDelegateLayout : public QItemDelegate
+{
+public:
+    explicit GridDelegateLayout(QObject *parent = nullptr);
+    //! Sets a white hairline pen when the row has the focus and draws nothing.
+    void drawFocus(QPainter *painter, const QStyleOptionViewItem &option,
+                   const QRect &rect) const override;
+};
+
+//! One per process; from the entry object's first use until the host's destroy call. GUI thread only.
+//! Its pages become children of the host's windows and may die with them at any time.
+class CNetInfoUIService : public QObject, public ISettingUIPlugin, public ISwitchUIService
+{
+    Q_OBJECT
+    Q_INTERFACES(ISettingUIPlugin ISwitchUIService)
+public:
+    // Lifecycle and host commands: NetInfoUIService.cpp
+    //! The controller, made on first use; it shows nothing before Init.
+    static CNetInfoUIService *instance();
+    //! Tears the controller down and deletes it.
+    static void Destroy();
+
+    CNetInfoUIService();
+    ~CNetInfoUIService();
+
+    //! Builds both pages and starts the statistics. True. A second call changes nothing.
+    bool Init();
+    //! Places the operator page into \a rect of \a parent and shows it; the normal page is placed
+    //! there too and stays hidden. True.
+    bool ShowWindow(QWidget *parent, QRect &rect);
+    //! Fits the normal page to \a rect. 0.
+    int FitSize(QRect &rect);
+    void Hide();
+    int DoModal();
+    //! 320: language changed; 837: stored statistics changed; any other changes nothing. 0.
+    int Notify(unsigned int msg, unsigned int wparam, unsigned int lparam);
+    //! Deletes the pages and ends the statistics.
+    void OnDestroy();
+    //! Connects the settings page, which stays its owner's; null takes it away.
+    void setSettingsPage(NetInfoSettingsPage *page);
+
+    bool OnClickSettingOkButton() override;
+    bool OnClickSettingCancelButton() override;
+    bool ShowSettingDialog(QWidget *parent, QRect &rect) override;
+    QString GetModuleName() override;
+    bool HideSetting() override;
+    bool IsActiveSetting() override;
+
+    bool IsTopWindow() override;
+    QString GetWindowTitle() override;
+    void SwitchWindow() override;
+
+    // Pages and host services: NetInfoUIService_page.cpp
+    void createMainWidget();
+    void createLeftWidget();
+    //! The text of identifier \a key.
+    QString tr(QString key);
+    //! The icon in file \a path, mirrored in right-to-left layouts. A file is read once for each
+    //! layout direction. A file that is no image gives a null icon.
+    QIcon setIcon(QString path);
+    //! Whether the host has the plug-in with identifier \a id.
+    bool isPluginAvailable(QString id);
+
+    // Statistics tree: NetInfoUIService_tree.cpp
+    void createStatisticsWidget();
+    void addUpLoadWidgetStatisticsWidget();
+    void addDownLoadWidgetStatisticsWidget();
+    void addStatisticsNodeComponets();
+    void addStatisticsMonthlyNode();
+    void addStatisticsYearlyNode();
+    //! Replaces the limit meters by a notes line under the tree.
+    void addNoteInTree();
+    //! Widens the first column when \a item needs more than 280 pixels.
+    void checkTreeColumnWidth(QTreeWidgetItem *item);
+    //! Fits the first column to the tree and to its widest row.
+    void enableScroll();
+
+    // Context menu: NetInfoUIService_menu.cpp
+    void createRightClickActions();
+    void updateRightClickItems();
+    //! Adds the actions that apply to \a menu.
+    void fillTreeContextMenu(QMenu *menu);
+
+    // Live update: NetInfoUIService_live.cpp
+    //! Fetches the stored figures and rewrites their rows; false leaves the rows as they were.
+    bool updateStoredStatistics();
+    void updateTransferStrings();
+    void updateStatisticsStrings();
+    //! Start of the specific history.
+    QTime GetBeforeNowThreeMonthlyTime();
+
+public slots:
+    void movedSplitter(int position, int index);
+    void showTreeContextMenu(const QPoint &position);
+    void expandAll();
+    void collapseAll();
+    void resetStatistics();
+    void onResetButtonClicked();
+    void onStatisticsChanged(unsigned long upSpeed, unsigned long downSpeed, qulonglong upData,
+                             qulonglong downData, QString time);
+
+private slots:
+    void forgetTree();
+
+private:
+    struct Page; // defined in NetInfoUIService_p.h
+    struct TreeRows;
+    struct LiveFigures;
+
+    void createAuxiliaryWidgets();
+    void startStatistics();
+    void createOperatorPage();
+    void changeLanguage();
+    void translateLabels();
+    void applyColumnWidth();
+    bool isFunctionEnabled(const char *name) const;
+
+    QTreeWidgetItem *addRow(int row, const QString &text);
+    void applySwitch(int row);
+    void writeRow(int row, const QString &text, const QIcon &icon);
+    void writeRow(int row, const QString &text);
+    QString nodeText(int row);
+    QString labelled(int label, const QString &value) const;
+    const char *transferSuffix() const;
+    QString transferText(const char *suffix);
+    QString speedText(quint64 bytesPerSecond) const;
+    QString fluxText(quint64 bytes) const;
+    QIcon rowIcon(int row);
+    bool fetchStoredStatistics();
+    void writeLastReset();
+    void writePeriodRows();
+
+    static CNetInfoUIService *m_pInstance;
+
+    std::unique_ptr<Page> m_page;
+    std::unique_ptr<TreeRows> m_tree;
+    std::unique_ptr<LiveFigures> m_live;
+};

@@ -1,0 +1,115 @@
+#pragma once
+// What the controller keeps, grouped by concern. Shared by its source files alone.
+
+#include <QAction>
+#include <QHash>
+#include <QIcon>
+#include <QLabel>
+#include <QPointer>
+#include <QRect>
+#include <QSplitter>
+#include <QTime>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <QVector>
+#include <QWidget>
+
+#include <host/TagUnits.h>
+
+#include "NetInfoTreeRules.h"
+#include "NetInfoUILogic.h"
+#include "NetInfoUIService.h"
+
+//! The source path in the trace lines of all the controller's files.
+#define NETINFO_SERVICE_SOURCE "../../src/NetInfoUIExPlugin/NetInfoUIService.cpp"
+
+//! The translations' context, and the module's name for the host's formatters.
+#define NETINFO_MODULE_NAME "NetInfoUIExPlugin"
+
+//! The plug-in that dials the connection; where it is, the transfer node names the connect type.
+#define NETINFO_DIALUP_PLUGIN "D0B83E56-19F2-4C6A-B7E4-05A9C31D8F62"
+
+//! Writes the null line of the caller and leaves it when \a pointer is null.
+#define NETINFO_REQUIRE(pointer, leave)                                                            \
+    if (!(pointer)) {                                                                              \
+        NETINFO_TRACE_NULL(NETINFO_SERVICE_SOURCE);                                                \
+        leave;                                                                                     \
+    }
+
+//! Nodes and rows of the statistics tree.
+enum NetInfoTreeRow {
+    TransferNode,
+    TimeRow,
+    UploadNode,
+    UploadSpeedRow,
+    UploadDataRow,
+    DownloadNode,
+    DownloadSpeedRow,
+    DownloadDataRow,
+    StatisticsNode,
+    LastResetRow,
+    DailyNode,
+    DailyUploadRow,
+    DailyDownloadRow,
+    MonthlyNode,
+    MonthlyUploadRow,
+    MonthlyDownloadRow,
+    YearlyNode,
+    YearlyUploadRow,
+    YearlyDownloadRow,
+    NotesItem,
+    TreeRowCount
+};
+
+//! Captions of the rows, translated once for each language.
+enum NetInfoTreeLabel { SpeedLabel, DataLabel, TimeLabel, UploadedLabel, DownloadedLabel, LabelCount };
+
+//! The pages and what they are made of. Widgets die with the host's windows.
+struct CNetInfoUIService::Page
+{
+    bool initialised = false;
+    QPointer<QWidget> mainWidget; // the normal page: kept hidden by ShowWindow
+    QPointer<QSplitter> splitter;
+    QPointer<QWidget> leftArea;
+    QPointer<QVBoxLayout> leftLayout;
+    QPointer<QWidget> operatorPage;
+    QPointer<QWidget> content; // auxiliary widgets of the operator page
+    QPointer<QWidget> contentRow;
+    QPointer<QLabel> caption;
+    QPointer<NetInfoUILogic> source; // a singleton, not owned
+    NetInfoSettingsPage *settings = nullptr; // not owned
+    bool settingsActive = false;
+    bool dataLimitEnabled = false;
+    bool timeLimitEnabled = false;
+    QRect hostRect;
+    QHash<QString, QIcon> icons; // by path, for one layout direction
+    Qt::LayoutDirection iconDirection = Qt::LeftToRight;
+};
+
+//! The statistics tree; items are the tree's and null when it is gone.
+struct CNetInfoUIService::TreeRows
+{
+    QPointer<QTreeWidget> tree;
+    QTreeWidgetItem *items[TreeRowCount] = {};
+    QString labels[LabelCount];
+    QVector<TagUnits> fluxUnits;
+    QVector<TagUnits> speedUnits;
+    int firstColumnWidth = NetInfoRules::kFirstColumnWidth;
+    int widestRequired = 0;
+    QPointer<QAction> resetAll;
+    QPointer<QAction> expandAll;
+    QPointer<QAction> collapseAll;
+};
+
+//! The last reported and fetched figures.
+struct CNetInfoUIService::LiveFigures
+{
+    unsigned long upSpeed = 0;
+    unsigned long downSpeed = 0;
+    quint64 upData = 0;
+    quint64 downData = 0;
+    QString time = QLatin1String("00:00:00");
+    NetInfoData stored[4] = {}; // by _enNetInfoType
+    NetInfoData history = {};
+    QTime periodStart; // invalid: no start date is set
+};

@@ -1,0 +1,143 @@
+// The controller's pages and its use of the host's services.
+#include "NetInfoUIService.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QPixmap>
+#include <QStyle>
+#include <QStyleFactory>
+
+#include <host/Change.h>
+#include <host/IPluginContainer.h>
+#include <host/Startup.h>
+
+#include <new>
+
+#include "NetInfoLog.h"
+#include "NetInfoUIService_p.h"
+
+namespace {
+
+constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
+
+constexpr int kLeftPaneWidth = 300; // the tree's 280 pixels and its frame
+constexpr int kRightPaneWidth = 420;
+
+constexpr const char *kLabelKeys[LabelCount]
+    = { "IDS_TREE_SPEED", "IDS_TREE_DATA", "IDS_TREE_TIME_TRANSFER", "IDS_TREE_UPLOADED_DATA",
+        "IDS_TREE_DOWNLOADED_DATA" };
+
+} // namespace
+
+void CNetInfoUIService::createAuxiliaryWidgets()
+{
+    m_page->content = new QWidget;
+    QVBoxLayout *const rows = new QVBoxLayout(m_page->content);
+    m_page->caption = new QLabel(m_page->content);
+    rows->addWidget(m_page->caption);
+    m_page->contentRow = new QWidget(m_page->content);
+    new QHBoxLayout(m_page->contentRow);
+    rows->addWidget(m_page->contentRow);
+}
+
+void CNetInfoUIService::createOperatorPage()
+{
+    if (m_page->operatorPage)
+        return;
+    m_page->operatorPage = new QWidget;
+    m_page->operatorPage->setObjectName(QLatin1String("NetInfoSettingDlg_MainWidget"));
+    if (QStyle *const style = QStyleFactory::create(QLatin1String("Windows"))) {
+        style->setParent(m_page->operatorPage); // a widget does not own its style
+        m_page->operatorPage->setStyle(style);
+    }
+}
+
+void CNetInfoUIService::createMainWidget()
+{
+    m_page->mainWidget = new (std::nothrow) QWidget;
+    m_page->splitter = new (std::nothrow) QSplitter(m_page->mainWidget);
+    QHBoxLayout *const layout = new (std::nothrow) QHBoxLayout(m_page->mainWidget);
+    if (!m_page->mainWidget || !m_page->splitter || !layout || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for a Widget", kSource);
+        return;
+    }
+    m_page->mainWidget->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetParent"));
+    m_page->splitter->setObjectName(QLatin1String("NetInfoUIPlugin_SplitterPane"));
+    layout->setObjectName(QLatin1String("NetInfoUIPlugin_LayoutParent"));
+    layout->setContentsMargins(3, 8, 3, 8);
+    m_page->splitter->setHandleWidth(1);
+    if (!m_page->dataLimitEnabled && !m_page->timeLimitEnabled) {
+        connect(m_page->splitter, SIGNAL(splitterMoved(int, int)), this,
+                SLOT(movedSplitter(int, int)));
+    }
+    createLeftWidget();
+    layout->addWidget(m_page->splitter);
+}
+
+void CNetInfoUIService::createLeftWidget()
+{
+    m_page->leftArea = new (std::nothrow) QWidget;
+    m_page->leftLayout = new (std::nothrow) QVBoxLayout(m_page->leftArea);
+    if (!m_page->leftArea || !m_page->leftLayout || !m_page->splitter) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
+        return;
+    }
+    m_page->leftArea->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetLeftAreaParent"));
+    m_page->leftLayout->setObjectName(QLatin1String("NetInfoUIPlugin_LayoutVerticalLeft"));
+    m_page->leftLayout->setContentsMargins(0, 0, 0, 0);
+    createStatisticsWidget();
+    m_page->splitter->addWidget(m_page->leftArea);
+    m_page->splitter->setSizes(QList<int>() << kLeftPaneWidth << kRightPaneWidth);
+}
+
+void CNetInfoUIService::movedSplitter(int, int)
+{
+    if (!m_tree->tree)
+        return;
+    applyColumnWidth();
+    m_tree->tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_tree->tree->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void CNetInfoUIService::translateLabels()
+{
+    for (int i = 0; i < LabelCount; ++i)
+        m_tree->labels[i] = tr(QLatin1String(kLabelKeys[i]));
+}
+
+QString CNetInfoUIService::tr(QString key)
+{
+    static const QString context = QLatin1String(NETINFO_MODULE_NAME);
+    return Change::tr(context, key);
+}
+
+QIcon CNetInfoUIService::setIcon(QString path)
+{
+    const Qt::LayoutDirection direction = QApplication::layoutDirection();
+    if (direction != m_page->iconDirection) {
+        m_page->icons.clear();
+        m_page->iconDirection = direction;
+    }
+    const auto known = m_page->icons.constFind(path);
+    if (known != m_page->icons.constEnd())
+        return *known;
+
+    QImage image(path);
+    if (direction == Qt::RightToLeft)
+        image = QtCompat::mirroredImage(image);
+    const QIcon icon = image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
+    m_page->icons.insert(path, icon);
+    return icon;
+}
+
+bool CNetInfoUIService::isPluginAvailable(QString id)
+{
+    NETINFO_TRACE("%s : %s: %s:  Entered", kSource);
+    IPluginContainer *const container = Startup::GetPluginContainer();
+    return container && container->IsPluginAvailable(id);
+}
+
+bool CNetInfoUIService::isFunctionEnabled(const char *name) const
+{
+    return m_page->source && m_page->source->IsFunctionEnable(QLatin1String(name));
+}

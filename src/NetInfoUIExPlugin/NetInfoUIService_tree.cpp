@@ -1,0 +1,307 @@
+// The statistics tree.
+#include "NetInfoUIService.h"
+
+#include <QPainter>
+#include <QPen>
+#include <QStyleOptionViewItem>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+#include <host/CommonUtils.h>
+
+#include <new>
+
+#include "NetInfoLog.h"
+#include "NetInfoUIService_p.h"
+
+namespace {
+
+constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
+
+constexpr int kTopLevel = -1;
+
+//! One node or row: its place, its icon, its fixed text (null for rows of figures) and the switch that
+//! hides it (null: always shown).
+struct RowSpec
+{
+    int parent;
+    const char *icon;
+    const char *key;
+    const char *function;
+};
+
+constexpr RowSpec kRows[TreeRowCount] = {
+    { kTopLevel, "Icon_01", "IDS_TREE_TRANSFER", "TRANSFER" },
+    { TransferNode, "Icon_09", nullptr, "TRANSFERTIME" },
+    { TransferNode, "Icon_02", "IDS_TREE_UPLOAD", "TRANSFERUPLOAD" },
+    { UploadNode, "Icon_09", nullptr, nullptr },
+    { UploadNode, "Icon_09", nullptr, nullptr },
+    { TransferNode, "Icon_03", "IDS_TREE_DOWNLOAD", "TRANSFERDOWNLOAD" },
+    { DownloadNode, "Icon_09", nullptr, nullptr },
+    { DownloadNode, "Icon_09", nullptr, nullptr },
+    { kTopLevel, "Icon_04", "IDS_TREE_STATISTICS", "STATISTICS" },
+    { StatisticsNode, "Icon_09", "IDS_TREE_TIME_LASTRESET", "SHOWRESETSTATISTICS" },
+    { StatisticsNode, "Icon_06", "IDS_TREE_DAILY", "STATISTICSDAILY" },
+    { DailyNode, "Icon_09", nullptr, nullptr },
+    { DailyNode, "Icon_09", nullptr, nullptr },
+    { StatisticsNode, "Icon_07", "IDS_TREE_MONTHLY", "STATISTICSMONTHLY" },
+    { MonthlyNode, "Icon_09", nullptr, nullptr },
+    { MonthlyNode, "Icon_09", nullptr, nullptr },
+    { StatisticsNode, "Icon_08", "IDS_TREE_YEARLY", "STATISTICSYEARLY" },
+    { YearlyNode, "Icon_09", nullptr, nullptr },
+    { YearlyNode, "Icon_09", nullptr, nullptr },
+    { kTopLevel, nullptr, "IDS_NOTES", "STATISTICSNOTES" },
+};
+
+int ancestorCount(const QTreeWidgetItem *item)
+{
+    int count = 0;
+    for (const QTreeWidgetItem *parent = item->parent(); parent; parent = parent->parent())
+        ++count;
+    return count;
+}
+
+} // namespace
+
+GridDelegateLayout::GridDelegateLayout(QObject *parent)
+    : QItemDelegate(parent)
+{
+}
+
+void GridDelegateLayout::drawFocus(QPainter *painter, const QStyleOptionViewItem &option,
+                                   const QRect &) const
+{
+    if (option.state & QStyle::State_HasFocus)
+        painter->setPen(QPen(QBrush(Qt::white), 0));
+}
+
+void CNetInfoUIService::createStatisticsWidget()
+{
+    QTreeWidget *const tree = new (std::nothrow) QTreeWidget;
+    GridDelegateLayout *const delegate = tree ? new (std::nothrow) GridDelegateLayout(tree) : nullptr;
+    if (!tree || !delegate || !m_page->leftLayout) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
+        delete tree;
+        return;
+    }
+    m_tree->tree = tree;
+    connect(tree, SIGNAL(destroyed()), this, SLOT(forgetTree()));
+    tree->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetTree"));
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tree, SIGNAL(customContextMenuRequested(const QPoint &)), this,
+            SLOT(showTreeContextMenu(const QPoint &)));
+    tree->setHeaderHidden(true);
+    tree->setRootIsDecorated(false);
+    tree->setTextElideMode(Qt::ElideNone);
+    tree->setSelectionBehavior(QAbstractItemView::SelectItems);
+    tree->setItemDelegate(delegate);
+    tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tree->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const bool named = isPluginAvailable(QLatin1String(NETINFO_DIALUP_PLUGIN));
+    addRow(TransferNode, transferText(named ? "IDS_DIALUP_TRANSFER" : nullptr));
+    if (isFunctionEnabled("TRANSFERTIME"))
+        addRow(TimeRow, labelled(TimeLabel, m_live->time));
+    addUpLoadWidgetStatisticsWidget();
+    addDownLoadWidgetStatisticsWidget();
+    m_page->leftLayout->addWidget(tree);
+    applySwitch(TransferNode);
+    addStatisticsNodeComponets();
+}
+
+void CNetInfoUIService::addUpLoadWidgetStatisticsWidget()
+{
+    if (!m_tree->items[TransferNode] || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
+        return;
+    }
+    addRow(UploadNode, nodeText(UploadNode));
+    addRow(UploadSpeedRow, labelled(SpeedLabel, speedText(0)));
+    addRow(UploadDataRow, labelled(DataLabel, fluxText(0)));
+    applySwitch(UploadNode);
+}
+
+void CNetInfoUIService::addDownLoadWidgetStatisticsWidget()
+{
+    if (!m_tree->items[TransferNode] || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
+        return;
+    }
+    addRow(DownloadNode, nodeText(DownloadNode));
+    addRow(DownloadSpeedRow, labelled(SpeedLabel, speedText(0)));
+    addRow(DownloadDataRow, labelled(DataLabel, fluxText(0)));
+    applySwitch(DownloadNode);
+}
+
+void CNetInfoUIService::addStatisticsNodeComponets()
+{
+    if (!m_tree->tree || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: InVal Args", kSource);
+        return;
+    }
+    addRow(StatisticsNode, nodeText(StatisticsNode));
+    QString lastReset;
+    m_page->source->GetLastResetTime(lastReset);
+    addRow(LastResetRow, nodeText(LastResetRow) + QLatin1Char(' ') + lastReset);
+    applySwitch(LastResetRow);
+    addRow(DailyNode, nodeText(DailyNode));
+    addRow(DailyUploadRow, labelled(UploadedLabel, fluxText(0)));
+    addRow(DailyDownloadRow, labelled(DownloadedLabel, fluxText(0)));
+    applySwitch(DailyNode);
+    addStatisticsMonthlyNode();
+    addStatisticsYearlyNode();
+    applySwitch(StatisticsNode);
+}
+
+void CNetInfoUIService::addStatisticsMonthlyNode()
+{
+    if (!m_tree->items[StatisticsNode] || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: InVal Args", kSource);
+        return;
+    }
+    addRow(MonthlyNode, nodeText(MonthlyNode));
+    addRow(MonthlyUploadRow, labelled(UploadedLabel, fluxText(0)));
+    addRow(MonthlyDownloadRow, labelled(DownloadedLabel, fluxText(0)));
+    applySwitch(MonthlyNode);
+}
+
+void CNetInfoUIService::addStatisticsYearlyNode()
+{
+    if (!m_tree->items[StatisticsNode] || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: InVal Args", kSource);
+        return;
+    }
+    addRow(YearlyNode, nodeText(YearlyNode));
+    addRow(YearlyUploadRow, labelled(UploadedLabel, fluxText(0)));
+    addRow(YearlyDownloadRow, labelled(DownloadedLabel, fluxText(0)));
+    applySwitch(YearlyNode);
+}
+
+void CNetInfoUIService::addNoteInTree()
+{
+    constexpr const char *meters[]
+        = { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
+            "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" };
+    if (!m_tree->tree || !m_page->source || !m_page->leftArea)
+        return;
+    QList<QWidget *> found;
+    for (const char *name : meters) {
+        QWidget *const meter = m_page->leftArea->findChild<QWidget *>(QLatin1String(name));
+        if (!meter)
+            return;
+        found << meter;
+    }
+    for (QWidget *meter : found)
+        meter->setVisible(false);
+
+    QTreeWidgetItem *const spacer = new QTreeWidgetItem(m_tree->tree);
+    spacer->setFlags(spacer->flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
+    addRow(NotesItem, nodeText(NotesItem));
+    m_tree->tree->setExpandsOnDoubleClick(true);
+    applySwitch(NotesItem);
+    applySwitch(LastResetRow);
+}
+
+void CNetInfoUIService::checkTreeColumnWidth(QTreeWidgetItem *item)
+{
+    QTreeWidget *const tree = m_tree->tree;
+    if (!item || !tree)
+        return;
+    const QFontMetrics metrics(item->data(0, Qt::FontRole).value<QFont>());
+    const int required
+        = NetInfoRules::requiredColumnWidth(QtCompat::textWidth(metrics, item->text(0)),
+                                            tree->indentation(), ancestorCount(item));
+    if (!NetInfoRules::widensColumn(required))
+        return;
+    m_tree->widestRequired = NetInfoRules::widenedColumn(required, m_tree->widestRequired);
+    tree->setColumnWidth(0, m_tree->widestRequired);
+    tree->setMinimumWidth(1);
+    tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    tree->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void CNetInfoUIService::enableScroll()
+{
+    QTreeWidget *const tree = m_tree->tree;
+    if (!tree)
+        return;
+    const QMargins margins = tree->contentsMargins();
+    tree->setColumnWidth(0, tree->contentsRect().width() - margins.left() - margins.right());
+    for (QTreeWidgetItemIterator it(tree); *it; ++it)
+        checkTreeColumnWidth(*it);
+}
+
+void CNetInfoUIService::forgetTree()
+{
+    for (QTreeWidgetItem *&item : m_tree->items)
+        item = nullptr;
+}
+
+QTreeWidgetItem *CNetInfoUIService::addRow(int row, const QString &text)
+{
+    const RowSpec &spec = kRows[row];
+    QTreeWidgetItem *const item = spec.parent == kTopLevel
+        ? new QTreeWidgetItem(m_tree->tree)
+        : new QTreeWidgetItem(m_tree->items[spec.parent]);
+    m_tree->items[row] = item;
+    item->setText(0, text);
+    if (spec.icon)
+        item->setIcon(0, rowIcon(row));
+    item->setExpanded(true);
+    return item;
+}
+
+void CNetInfoUIService::applySwitch(int row)
+{
+    // Only an item that is in the tree can be hidden.
+    if (!isFunctionEnabled(kRows[row].function))
+        m_tree->items[row]->setHidden(true);
+}
+
+void CNetInfoUIService::writeRow(int row, const QString &text, const QIcon &icon)
+{
+    QTreeWidgetItem *const item = m_tree->items[row];
+    if (!item)
+        return;
+    if (item->icon(0).cacheKey() != icon.cacheKey())
+        item->setIcon(0, icon);
+    writeRow(row, text);
+}
+
+void CNetInfoUIService::writeRow(int row, const QString &text)
+{
+    QTreeWidgetItem *const item = m_tree->items[row];
+    if (!item)
+        return;
+    item->setText(0, text);
+    checkTreeColumnWidth(item);
+}
+
+QString CNetInfoUIService::nodeText(int row)
+{
+    const QString text = tr(QLatin1String(kRows[row].key));
+    return row == NotesItem ? QLatin1String("     ") + text : text;
+}
+
+QString CNetInfoUIService::labelled(int label, const QString &value) const
+{
+    return m_tree->labels[label] + QLatin1Char(' ') + value;
+}
+
+QString CNetInfoUIService::speedText(quint64 bytesPerSecond) const
+{
+    return CommonUtils::SpeedFluxToString(m_tree->speedUnits, bytesPerSecond,
+                                          QLatin1String(NETINFO_MODULE_NAME));
+}
+
+QString CNetInfoUIService::fluxText(quint64 bytes) const
+{
+    return CommonUtils::SpeedFluxToString(m_tree->fluxUnits, bytes,
+                                          QLatin1String(NETINFO_MODULE_NAME));
+}
+
+QIcon CNetInfoUIService::rowIcon(int row)
+{
+    return setIcon(CommonUtils::GetPluginLibraryPath()
+                   + QLatin1String("/plugins/NetInfoUIExPlugin/")
+                   + QLatin1String(kRows[row].icon));
+}

@@ -1,0 +1,73 @@
+#pragma once
+// Every difference between Qt 4.8, 5.15 and 6 that the plug-in meets, one small piece per purpose.
+
+#include <QDateTime>
+#include <QFontMetrics>
+#include <QImage>
+#include <QLocale>
+#include <QtGlobal>
+#include <QtPlugin>
+
+#if QT_VERSION >= 0x050000
+#include <QLoggingCategory>
+#endif
+
+namespace QtCompat {
+
+//! Whether a debug line of the default category would go anywhere. Any thread.
+inline bool isDebugLogEnabled()
+{
+#if QT_VERSION >= 0x050000
+    return QLoggingCategory::defaultCategory()->isDebugEnabled();
+#else
+    return true;
+#endif
+}
+
+//! Advance width of \a text in pixels.
+inline int textWidth(const QFontMetrics &metrics, const QString &text)
+{
+#if QT_VERSION >= 0x050b00
+    return metrics.horizontalAdvance(text);
+#else
+    return metrics.width(text);
+#endif
+}
+
+//! Local time of \a seconds since 1970-01-01 UTC.
+inline QDateTime dateTimeFromSeconds(quint32 seconds)
+{
+#if QT_VERSION >= 0x050800
+    return QDateTime::fromSecsSinceEpoch(seconds);
+#else
+    return QDateTime::fromTime_t(seconds);
+#endif
+}
+
+//! \a image mirrored left to right.
+inline QImage mirroredImage(const QImage &image)
+{
+#if QT_VERSION >= 0x060900
+    return image.flipped(Qt::Horizontal);
+#else
+    return image.mirrored(true, false);
+#endif
+}
+
+} // namespace QtCompat
+
+// The plug-in export. From Qt 5 on the moc makes qt_plugin_instance() out of the metadata; the
+// verification text is exported by hand, for hosts that read it. In Qt 4 one macro makes both.
+#if QT_VERSION >= 0x050000
+#define NETINFO_PLUGIN_METADATA(iid) Q_PLUGIN_METADATA(IID iid)
+#define NETINFO_EXPORT_PLUGIN(name, Class)                                                         \
+    extern "C" Q_DECL_EXPORT const char *qt_plugin_query_verification_data();                      \
+    extern "C" Q_DECL_EXPORT const char *qt_plugin_query_verification_data()                       \
+    {                                                                                              \
+        return "pattern=QT_PLUGIN_VERIFICATION_DATA\nversion=4.6.2\ndebug=false\n"                 \
+               "buildkey=macosx macx g++-4 full-config";                                           \
+    }
+#else
+#define NETINFO_PLUGIN_METADATA(iid)
+#define NETINFO_EXPORT_PLUGIN(name, Class) Q_EXPORT_PLUGIN2(name, Class)
+#endif

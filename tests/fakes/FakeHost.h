@@ -1,0 +1,38 @@
+#pragma once
+// A host core library in memory: the frozen classes, with state that a test sets and reads.
+
+#include <QList>
+#include <QMessageBox>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+struct FakeMessage
+{
+    QMessageBox::Icon icon;
+    QPointer<QWidget> parent;
+    QString title;
+    QString text;
+    QStringList buttons;
+};
+
+struct FakeHost
+{
+    QString libraryPath; //!< GetPluginLibraryPath()
+    QString userDataDirectory;
+    QString language; //!< appended to every translated key
+    bool hasContainer = true;
+    QStringList availablePlugins;
+    QStringList translationContexts; //!< contexts asked for, without repeats
+    QStringList formatterModules; //!< modules given to the formatters, without repeats
+    int messageAnswer = 0;
+    QList<FakeMessage> messages;
+    std::function<void()> duringMessage; //!< runs while a message is open
+};
+
+//! The state behind the fakes.
+FakeHost &fakeHost();
+//! Back to an empty state.
+void resetFakeHost();
