@@ -1,0 +1,402 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr">
+<context>
+    <name>NetInfoUIExPlugin</name>
+    <message>
+        <source>IDS_TREE_SPEED</source>
+        <translation>Vitesse :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_DATA</source>
+        <translation>Données :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_TIME_TRANSFER</source>
+        <translation>Durée de connexion :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_UPLOADED_DATA</source>
+        <translation>Envoyé :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_DOWNLOADED_DATA</source>
+        <translation>Reçu :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_TRANSFER</source>
+        <translation>Transfert</translation>
+    </message>
+    <message>
+        <source>IDS_DIALUP_TRANSFER</source>
+        <translation>(mobile)</translation>
+    </message>
+    <message>
+        <source>IDS_WLAN_TRANSFER</source>
+        <translation>(Wi-Fi)</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_UPLOAD</source>
+        <translation>Envoi</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_DOWNLOAD</source>
+        <translation>Réception</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_STATISTICS</source>
+        <translation>Statistiques</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_TIME_LASTRESET</source>
+        <translation>Dernière remise à zéro :</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_DAILY</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_MONTHLY</source>
+        <translation>Ce mois-ci</translation>
+    </message>
+    <message>
+        <source>IDS_TREE_YEARLY</source>
+        <translation>Cette année</translation>
+    </message>
+    <message>
+        <source>IDS_NOTES</source>
+        <translation>Ces chiffres sont des estimations ; la facture de votre opérateur fait foi.</translation>
+    </message>
+    <message>
+        <source>IDS_CLEAR_VOLUME</source>
+        <translation>Remettre les statistiques à zéro</translation>
+    </message>
+    <message>
+        <source>IDS_EXPAND_ALL</source>
+        <translation>Tout développer</translation>
+    </message>
+    <message>
+        <source>IDS_COLLAPSE_ALL</source>
+        <translation>Tout réduire</translation>
+    </message>
+    <message>
+        <source>IDS_CONFIRM</source>
+        <translation>Confirmer</translation>
+    </message>
+    <message>
+        <source>IDS_RESET_QUERY</source>
+        <translation>Remettre à zéro toutes les statistiques enregistrées ? C’est irréversible.</translation>
+    </message>
+    <message>
+        <source>IDS_YES</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>IDS_NO</source>
+        <translation>Non</translation>
+    </message>
+    <message>
+        <source>IDS_OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>IDS_SETTING_NAME</source>
+        <translation>Consommation de données</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_B</source>
+        <translation>o</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_KB</source>
+        <translation>Ko</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_MB</source>
+        <translation>Mo</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_GB</source>
+        <translation>Go</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_TB</source>
+        <translation>To</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_BPS</source>
+        <translation>o/s</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_KBPS</source>
+        <translation>Ko/s</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_MBPS</source>
+        <translation>Mo/s</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_GBPS</source>
+        <translation>Go/s</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_TBPS</source>
+        <translation>To/s</translation>
+    </message>
+    <message>
+        <source>IDS_STA_TOTALVOLUME</source>
+        <translation>Données utilisées :</translation>
+    </message>
+    <message>
+        <source>IDC_STA_TIMEVOLUME</source>
+        <translation>Temps utilisé :</translation>
+    </message>
+    <message>
+        <source>IDC_VOLUMENOTES</source>
+        <translation>Ces chiffres sont des estimations ; la facture de votre opérateur fait foi.</translation>
+    </message>
+    <message>
+        <source>IDS_BTN_RESET</source>
+        <translation>Remettre à zéro</translation>
+    </message>
+    <message>
+        <source>IDC_BTN_SETLIMIT</source>
+        <translation>Fixer une limite…</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_HOURS</source>
+        <translation>heures</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_WARNBEFORE</source>
+        <translation>Votre volume de données pour cette période est presque épuisé.</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_WARNAFTER</source>
+        <translation>Votre volume de données pour cette période est épuisé.</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_TIMEWARNBEFORE</source>
+        <translation>Votre temps de connexion pour cette période est presque épuisé.</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_TIMEWARNAFTER</source>
+        <translation>Votre temps de connexion pour cette période est épuisé.</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_WARNTITLE</source>
+        <translation>Alerte de consommation</translation>
+    </message>
+    <message>
+        <source>IDS_BOX_WARNIDOK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>IDS_DISCONNECT_BUTTON</source>
+        <translation>Se déconnecter</translation>
+    </message>
+    <message>
+        <source>IDS_SAVESETTING</source>
+        <translation>Enregistrer</translation>
+    </message>
+    <message>
+        <source>IDS_CLEAR_BUTTON</source>
+        <translation>Effacer l’historique</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_RECURRENCE</source>
+        <translation>Périodicité</translation>
+    </message>
+    <message>
+        <source>IDS_RADIO_DAILY</source>
+        <translation>Quotidienne</translation>
+    </message>
+    <message>
+        <source>IDC_RADIO_WEEKLY</source>
+        <translation>Hebdomadaire</translation>
+    </message>
+    <message>
+        <source>IDS_RADIO_MONTHLY</source>
+        <translation>Mensuelle</translation>
+    </message>
+    <message>
+        <source>IDS_MONDAY</source>
+        <translation>Lundi</translation>
+    </message>
+    <message>
+        <source>IDS_TUESDAY</source>
+        <translation>Mardi</translation>
+    </message>
+    <message>
+        <source>IDS_WEDNESAY</source>
+        <translation>Mercredi</translation>
+    </message>
+    <message>
+        <source>IDS_THURSDAY</source>
+        <translation>Jeudi</translation>
+    </message>
+    <message>
+        <source>IDS_FRIDAY</source>
+        <translation>Vendredi</translation>
+    </message>
+    <message>
+        <source>IDS_SATURDAY</source>
+        <translation>Samedi</translation>
+    </message>
+    <message>
+        <source>IDS_SUNDAY</source>
+        <translation>Dimanche</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETLIMIT</source>
+        <translation>Limite</translation>
+    </message>
+    <message>
+        <source>IDS_UNIT_DATA_VOLUME_MB</source>
+        <translation>Mo</translation>
+    </message>
+    <message>
+        <source>IDS_SAVE_FAILED</source>
+        <translation>Les réglages n’ont pas pu être enregistrés.</translation>
+    </message>
+    <message>
+        <source>IDS_CHANGED_SAVE</source>
+        <translation>Les réglages ont été enregistrés.</translation>
+    </message>
+    <message>
+        <source>IDS_PROPMT</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>IDS_TRENDS_SPEED</source>
+        <translation>Vitesse</translation>
+    </message>
+    <message>
+        <source>IDS_TRENDS_UPLOAD_SPEED</source>
+        <translation>Vitesse d’envoi</translation>
+    </message>
+    <message>
+        <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
+        <translation>Vitesse de réception</translation>
+    </message>
+</context>
+<context>
+    <name>skylet</name>
+    <message>
+        <source>HOST_TITLE</source>
+        <translation>Skylet</translation>
+    </message>
+    <message>
+        <source>HOST_MENU_FILE</source>
+        <translation>&amp;Fichier</translation>
+    </message>
+    <message>
+        <source>HOST_MENU_VIEW</source>
+        <translation>&amp;Affichage</translation>
+    </message>
+    <message>
+        <source>HOST_MENU_LANGUAGE</source>
+        <translation>&amp;Langue</translation>
+    </message>
+    <message>
+        <source>HOST_QUIT</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+    <message>
+        <source>HOST_VIEW_USAGE</source>
+        <translation>&amp;Consommation</translation>
+    </message>
+    <message>
+        <source>HOST_VIEW_STATISTICS</source>
+        <translation>&amp;Statistiques</translation>
+    </message>
+    <message>
+        <source>HOST_VIEWS</source>
+        <translation>Vues</translation>
+    </message>
+    <message>
+        <source>HOST_PAGE</source>
+        <translation>Page du module</translation>
+    </message>
+    <message>
+        <source>HOST_MESSAGES</source>
+        <translation>Messages</translation>
+    </message>
+    <message>
+        <source>HOST_DISMISS</source>
+        <translation>F&amp;ermer</translation>
+    </message>
+    <message>
+        <source>HOST_INTERFACE</source>
+        <translation>Interface</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTION</source>
+        <translation>Connexion</translation>
+    </message>
+    <message>
+        <source>HOST_STORE</source>
+        <translation>Stockage</translation>
+    </message>
+    <message>
+        <source>HOST_NO_INTERFACE</source>
+        <translation>Aucune interface</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTED</source>
+        <translation>Connecté</translation>
+    </message>
+    <message>
+        <source>HOST_NOT_CONNECTED</source>
+        <translation>Non connecté</translation>
+    </message>
+    <message>
+        <source>HOST_DEMO</source>
+        <translation>Démonstration</translation>
+    </message>
+    <message>
+        <source>HOST_NO_PLUGIN</source>
+        <translation>Aucun module n’est chargé ; il n’y a rien à afficher.</translation>
+    </message>
+    <message>
+        <source>HOST_NO_DATA_FOLDER</source>
+        <translation>Le dossier de données %1 ne peut pas être créé ; rien n’est mémorisé.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_FAILURE</source>
+        <translation>Module %1 : %2</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_NO_FOLDER</source>
+        <translation>Ce dossier n’existe pas.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_FOLDER_EMPTY</source>
+        <translation>Le dossier ne contient aucun module.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_NO_LIBRARY</source>
+        <translation>Le dossier ne contient aucune bibliothèque.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_NOT_LOADED</source>
+        <translation>Chargement impossible : %1</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_FOREIGN</source>
+        <translation>Ce n’est pas un module de ce programme.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_TWICE</source>
+        <translation>Son identifiant appartient déjà à %1.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_NOT_STARTED</source>
+        <translation>Il n’a pas démarré.</translation>
+    </message>
+    <message>
+        <source>HOST_PLUGIN_NO_STATISTICS</source>
+        <translation>Il n’a pas de page de statistiques.</translation>
+    </message>
+</context>
+</TS>
