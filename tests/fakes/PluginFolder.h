@@ -1,0 +1,34 @@
+#pragma once
+// A plug-in folder of a test's own, which the fake host names as the library path.
+
+#include <QByteArray>
+#include <QColor>
+#include <QString>
+#include <QTemporaryDir>
+
+class PluginFolder
+{
+public:
+    PluginFolder();
+
+    //! The folder's path with a separator at its end.
+    [[nodiscard]] QString path() const;
+    [[nodiscard]] QString configPath() const;
+    //! Puts the shipped configuration and icons there.
+    void useShippedFiles();
+    //! Writes \a xml as the configuration.
+    void writeConfig(const QByteArray &xml);
+    //! Writes a configuration of the switches \a on as "true", \a off as "false" and two units, "B"
+    //! for amounts and "Bps" for speeds.
+    void writeSwitches(const QStringList &on, const QStringList &off = QStringList());
+    //! Writes icon \a name: its left half in \a left, its right half in \a right, 16 x 16.
+    void writeIcon(const QString &name, const QColor &left, const QColor &right);
+
+    //! Every switch there is.
+    [[nodiscard]] static QStringList allSwitches();
+    //! A whole configuration with one module \a content.
+    [[nodiscard]] static QByteArray document(const QByteArray &content);
+
+private:
+    QTemporaryDir m_root;
+};
