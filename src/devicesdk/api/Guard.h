@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/Runtime.h"
+
+#include <utility>
+
+namespace velq {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+
+inline int resultOf(bool success)
+{
+    return success ? kSuccess : kFailure;
+}
+
+/*! Calls \a body, which answers whether it succeeded; no exception gets out. */
+template <typename Body>
+int guarded(Body &&body) noexcept
+{
+    try {
+        return resultOf(body());
+    } catch (...) {
+        return kFailure;
+    }
+}
+
+/*! Calls \a body with the service, which this starts when needed. */
+template <typename Body>
+int withService(Body &&body) noexcept
+{
+    return guarded([&body] {
+        const auto service = Runtime::service();
+        return service && body(*service);
+    });
+}
+
+} // namespace velq

@@ -1,0 +1,37 @@
+#include "api/Guard.h"
+
+#include <host/velq.h>
+
+#include <memory>
+#include <string>
+
+using namespace velq;
+
+struct VELQ_ConnectionStatus
+{
+    std::string interface;
+    int type = 0;
+};
+
+int VELQ_NetConnectSrv_GetConnectionStatus(VELQ_ConnectionStatus **list, int *count)
+{
+    if (!list || !count)
+        return kFailure;
+    return withService([=](Service &service) {
+        const LiveFigures figures = service.engine().live();
+        std::unique_ptr<VELQ_ConnectionStatus[]> connections;
+        if (figures.connected) {
+            connections = std::make_unique<VELQ_ConnectionStatus[]>(1);
+            connections[0] = { figures.interface, figures.type };
+        }
+        *count = connections ? 1 : 0;
+        *list = connections.release();
+        return true;
+    });
+}
+
+int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
+{
+    delete[] list;
+    return kSuccess;
+}

@@ -1,0 +1,120 @@
+#include "counters/RouteMessage.h"
+
+#include <libmnl/libmnl.h>
+#include <linux/rtnetlink.h>
+#include <sys/socket.h>
+
+#include <climits>
+#include <cstring>
+
+namespace velq {
+
+namespace {
+
+template <typename T>
+bool readValue(const nlattr *attribute, T &value)
+{
+    if (mnl_attr_get_payload_len(attribute) < sizeof value)
+        return false;
+    std::memcpy(&value, mnl_attr_get_payload(attribute), sizeof value);
+    return true;
+}
+
+bool isUsable(unsigned flags)
+{
+    return (flags & (RTNH_F_DEAD | RTNH_F_LINKDOWN)) == 0;
+}
+
+//! The link of the first usable hop of a route over several links; 0 without one.
+int firstHop(const nlattr *attribute)
+{
+    const auto *bytes = static_cast<const char *>(mnl_attr_get_payload(attribute));
+    std::size_t left = mnl_attr_get_payload_len(attribute);
+    rtnexthop hop {};
+    while (left >= sizeof hop) {
+        std::memcpy(&hop, bytes, sizeof hop);
+        if (hop.rtnh_len < sizeof hop || hop.rtnh_len > left)
+            return 0;
+        if (isUsable(hop.rtnh_flags))
+            return hop.rtnh_ifindex;
+        const std::size_t step = MNL_ALIGN(static_cast<std::size_t>(hop.rtnh_len));
+        if (step > left)
+            return 0;
+        bytes += step;
+        left -= step;
+    }
+    return 0;
+}
+
+struct Fields
+{
+    DefaultRoute route;
+    std::uint32_t table = 0;
+};
+
+void readAttribute(const nlattr *attribute, Fields &fields)
+{
+    switch (mnl_attr_get_type(attribute)) {
+    case RTA_OIF:
+        (void)readValue(attribute, fields.route.index);
+        break;
+    case RTA_PRIORITY:
+        (void)readValue(attribute, fields.route.metric);
+        break;
+    case RTA_TABLE:
+        (void)readValue(attribute, fields.table);
+        break;
+    case RTA_MULTIPATH:
+        fields.route.index = firstHop(attribute);
+        break;
+    default:
+        break;
+    }
+}
+
+bool readAttributes(const nlmsghdr *header, Fields &fields)
+{
+    const auto *tail = static_cast<const char *>(mnl_nlmsg_get_payload_tail(header));
+    const auto *attribute
+        = static_cast<const nlattr *>(mnl_nlmsg_get_payload_offset(header, sizeof(rtmsg)));
+    auto left = tail - reinterpret_cast<const char *>(attribute);
+    while (left > 0) {
+        if (left > INT_MAX || !mnl_attr_ok(attribute, static_cast<int>(left)))
+            return false;
+        readAttribute(attribute, fields);
+        attribute = mnl_attr_next(attribute);
+        left = tail - reinterpret_cast<const char *>(attribute);
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size)
+{
+    const auto *header = static_cast<const nlmsghdr *>(buffer);
+    if (!buffer || size > INT_MAX || !mnl_nlmsg_ok(header, static_cast<int>(size)))
+        return std::nullopt;
+    if (header->nlmsg_type != RTM_NEWROUTE || mnl_nlmsg_get_payload_len(header) < sizeof(rtmsg))
+        return std::nullopt;
+    const auto *info = static_cast<const rtmsg *>(mnl_nlmsg_get_payload(header));
+    const bool family = info->rtm_family == AF_INET || info->rtm_family == AF_INET6;
+    if (!family || info->rtm_dst_len != 0 || info->rtm_src_len != 0 || info->rtm_type != RTN_UNICAST
+        || !isUsable(info->rtm_flags))
+        return std::nullopt;
+    Fields fields;
+    fields.route.family = info->rtm_family;
+    fields.table = info->rtm_table;
+    if (!readAttributes(header, fields) || fields.table != RT_TABLE_MAIN || fields.route.index <= 0)
+        return std::nullopt;
+    return fields.route;
+}
+
+bool isPreferred(const DefaultRoute &route, const DefaultRoute &other)
+{
+    if (route.family != other.family)
+        return route.family == AF_INET;
+    return route.metric < other.metric;
+}
+
+} // namespace velq

@@ -1,0 +1,92 @@
+#include "engine/DemoSource.h"
+
+#include <utility>
+
+namespace velq {
+
+namespace {
+
+constexpr std::int64_t kNsPerSecond = 1000000000;
+constexpr int kDemoIndex = 1;
+constexpr std::uint64_t kEarlierDownload = 73400320; // the link has carried traffic before
+constexpr std::uint64_t kEarlierUpload = 9437184;
+
+//! 0 to 999, scattered, the same for the same number.
+std::uint64_t scatter(std::uint64_t number)
+{
+    number = (number ^ (number >> 30)) * 0xbf58476d1ce4e5b9U;
+    number = (number ^ (number >> 27)) * 0x94d049bb133111ebU;
+    return (number ^ (number >> 31)) % 1000;
+}
+
+//! The share of a second's bytes that has flowed after \a ns of it.
+std::uint64_t part(std::uint64_t bytes, std::int64_t ns)
+{
+    return bytes * static_cast<std::uint64_t>(ns) / static_cast<std::uint64_t>(kNsPerSecond);
+}
+
+} // namespace
+
+DemoSpeed demoSpeed(std::int64_t second)
+{
+    // A minute in phases: reading pages, a film, an upload, a large download, little.
+    struct Phase
+    {
+        std::int64_t until;
+        DemoSpeed base;
+    };
+    constexpr Phase kPhases[] = { { 8, { 180000, 30000 } },
+                                  { 26, { 1250000, 60000 } },
+                                  { 36, { 140000, 640000 } },
+                                  { 52, { 3900000, 110000 } },
+                                  { 60, { 24000, 6000 } } };
+    constexpr std::int64_t kMinute = 60;
+    constexpr std::uint64_t kScale = 1000;
+    const auto number = static_cast<std::uint64_t>(second);
+    const std::uint64_t swing = kScale * 6 / 10 + scatter(number * 2) * 8 / 10; // 0.6 to 1.4
+    const std::uint64_t otherSwing = kScale * 6 / 10 + scatter(number * 2 + 1) * 8 / 10;
+    for (const Phase &phase : kPhases) {
+        if (second % kMinute < phase.until)
+            return { phase.base.download * swing / kScale,
+                     phase.base.upload * otherSwing / kScale };
+    }
+    return {};
+}
+
+DemoSource::DemoSource(Clock clock)
+    : m_clock(std::move(clock))
+    , m_beganNs(m_clock.bootNs())
+    , m_download(kEarlierDownload)
+    , m_upload(kEarlierUpload)
+{
+}
+
+ReadResult DemoSource::readChosen()
+{
+    const std::int64_t elapsed = m_clock.bootNs() - m_beganNs;
+    constexpr std::int64_t kLongestCatchUp = 3600; // after a sleep the script goes on, not back
+    const std::int64_t second = elapsed / kNsPerSecond;
+    if (second - m_second > kLongestCatchUp)
+        m_second = second - kLongestCatchUp;
+    for (; m_second < second; ++m_second) {
+        const DemoSpeed bytes = demoSpeed(m_second);
+        m_download += bytes.download;
+        m_upload += bytes.upload;
+    }
+    const DemoSpeed running = demoSpeed(m_second);
+    ReadResult result;
+    result.status = ReadStatus::Found;
+    result.link.index = kDemoIndex;
+    result.link.name = "demo0";
+    result.link.up = true;
+    result.link.download = m_download + part(running.download, elapsed % kNsPerSecond);
+    result.link.upload = m_upload + part(running.upload, elapsed % kNsPerSecond);
+    return result;
+}
+
+ReadResult DemoSource::readIndex(int index)
+{
+    return index == kDemoIndex ? readChosen() : ReadResult {};
+}
+
+} // namespace velq

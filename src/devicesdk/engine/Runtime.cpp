@@ -1,0 +1,188 @@
+#include "engine/Runtime.h"
+
+#include "counters/KernelSource.h"
+#include "engine/CustomizeName.h"
+#include "engine/DemoHistory.h"
+#include "engine/DemoSource.h"
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <mutex>
+#include <new>
+#include <utility>
+
+namespace velq {
+
+namespace {
+
+std::unique_ptr<Engine> makeEngine(const HostChoices &choices, const DataDirectory &directory)
+{
+    const Clock clock = Clock::system();
+    StoreOptions store;
+    store.wallSeconds = clock.wallSeconds;
+    std::unique_ptr<CounterSource> source;
+    if (choices.demo) {
+        store.inMemory = true;
+        source = std::make_unique<DemoSource>(clock);
+    } else {
+        store.directory = directory.path;
+        store.complaint = directory.complaint;
+        source = std::make_unique<KernelSource>(chosenInterface(choices));
+    }
+    auto engine = std::make_unique<Engine>(std::move(source), std::move(store), clock);
+    if (choices.demo)
+        engine->ledger().seed(demoHistory(clock.wallSeconds()));
+    return engine;
+}
+
+} // namespace
+
+Service::Service(const HostChoices &choices)
+    : m_directory(dataDirectory(choices))
+    , m_engine(makeEngine(choices, m_directory))
+{
+    m_engine->sample(); // so that the first question has an answer
+    if (!m_ticker.start([this] { m_engine->tick(); }))
+        throw std::bad_alloc(); // no thread: there is no service
+}
+
+Service::~Service()
+{
+    stop();
+}
+
+void Service::stop()
+{
+    m_ticker.stop();
+    m_engine->close();
+}
+
+void Service::abandon()
+{
+    m_ticker.abandon();
+    m_engine->abandon();
+}
+
+std::string Service::customizeName() const
+{
+    return velq::customizeName(m_directory.path);
+}
+
+namespace Runtime {
+
+namespace {
+
+/*!
+ * Never destroyed, because threads of the host may still call while the process exits; what it
+ * holds is released by endService(), so that nothing stays behind when the library is unloaded.
+ */
+union State {
+    struct Content
+    {
+        std::mutex mutex;
+        HostChoices choices;
+        std::shared_ptr<Service> service;
+        bool used = false;
+        bool ended = false;
+    } content;
+
+    State()
+        : content()
+    {
+    }
+    ~State() { }
+};
+
+// 0 while there is no service yet; else the process that made it. A child that was forked has the
+// number of its parent here, and must not touch a mutex that was perhaps held in the moment of the
+// fork.
+std::atomic<pid_t> g_owner { 0 };
+
+State::Content &state()
+{
+    static State state;
+    return state.content;
+}
+
+bool isForeignProcess()
+{
+    const pid_t owner = g_owner.load();
+    return owner != 0 && owner != getpid();
+}
+
+void afterForkInChild()
+{
+    // The shared pointer stays as it is: destroying the service would join a thread that this
+    // process does not have and close a database that is the parent's.
+    if (g_owner.load() != 0 && state().service)
+        state().service->abandon();
+}
+
+void endService()
+{
+    if (isForeignProcess())
+        return;
+    std::shared_ptr<Service> service;
+    {
+        const std::lock_guard<std::mutex> guard(state().mutex);
+        state().ended = true;
+        service = std::exchange(state().service, nullptr);
+        state().choices = {};
+    }
+    if (service)
+        service->stop(); // outside the lock: a callback may be calling in
+}
+
+//! Runs at exit and when the library is unloaded, after the destructors of the host's statics.
+struct Ender
+{
+    ~Ender()
+    {
+        endService();
+    }
+} g_ender;
+
+void make(State::Content &content)
+{
+    content.used = true;
+    static const int kForkHandler = pthread_atfork(nullptr, nullptr, afterForkInChild);
+    (void)kForkHandler; // without memory for it a child keeps the lock file open, no more
+    g_owner.store(getpid()); // before the work: a child forked meanwhile must not wait for it
+    content.service = std::make_shared<Service>(content.choices);
+}
+
+} // namespace
+
+std::shared_ptr<Service> service()
+{
+    if (isForeignProcess())
+        return nullptr;
+    const std::lock_guard<std::mutex> guard(state().mutex);
+    if (!state().service && !state().ended)
+        make(state());
+    return state().service;
+}
+
+std::shared_ptr<Service> runningService()
+{
+    if (isForeignProcess())
+        return nullptr;
+    const std::lock_guard<std::mutex> guard(state().mutex);
+    return state().service;
+}
+
+bool choose(const std::function<void(HostChoices &)> &change)
+{
+    if (isForeignProcess())
+        return false;
+    const std::lock_guard<std::mutex> guard(state().mutex);
+    if (state().used)
+        return false;
+    change(state().choices);
+    return true;
+}
+
+} // namespace Runtime
+
+} // namespace velq

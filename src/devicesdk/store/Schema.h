@@ -1,0 +1,39 @@
+#pragma once
+
+#include "store/Sqlite.h"
+
+#include <vector>
+
+namespace velq {
+
+//! SQL that leads from schema number i to i + 1, for i from 0 (an empty database).
+using Migrations = std::vector<const char *>;
+
+//! All steps of this version; their count is the schema number that it writes.
+[[nodiscard]] const Migrations &schemaMigrations();
+
+/*! What a database is, seen from a list of migrations. */
+enum class SchemaState {
+    Current,
+    Old, //!< can be migrated; an empty database too
+    Newer, //!< written by a later version
+    Foreign, //!< a database of something else, or one without its tables
+    Unreadable //!< asking failed
+};
+
+struct SchemaCheck
+{
+    SchemaState state = SchemaState::Unreadable;
+    std::int64_t number = 0; //!< user_version
+    int error = 0; //!< SQLite's code when unreadable
+};
+
+[[nodiscard]] SchemaCheck checkSchema(Database &database, const Migrations &migrations);
+
+/*!
+ * Applies the missing steps, each in one transaction with its number, and leaves what was reached
+ * when one fails. 0, or SQLite's code.
+ */
+[[nodiscard]] int migrate(Database &database, const Migrations &migrations);
+
+} // namespace velq

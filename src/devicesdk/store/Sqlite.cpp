@@ -1,0 +1,130 @@
+#include "store/Sqlite.h"
+
+#include <sqlite3.h>
+
+namespace velq {
+
+namespace {
+
+constexpr int kPrimaryCode = 0xff; // extended result codes carry more in the bits above
+
+} // namespace
+
+Database::~Database()
+{
+    close();
+}
+
+int Database::open(const std::string &path, int flags)
+{
+    close();
+    const int result = sqlite3_open_v2(path.c_str(), &m_handle, flags, nullptr) & kPrimaryCode;
+    if (result != SQLITE_OK)
+        close();
+    return result;
+}
+
+void Database::close()
+{
+    if (m_handle)
+        sqlite3_close(m_handle);
+    m_handle = nullptr;
+}
+
+void Database::abandon()
+{
+    m_handle = nullptr;
+}
+
+bool Database::isReadOnly() const
+{
+    return m_handle && sqlite3_db_readonly(m_handle, "main") == 1;
+}
+
+int Database::execute(const char *sql)
+{
+    if (!m_handle)
+        return SQLITE_MISUSE;
+    return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) & kPrimaryCode;
+}
+
+int Database::queryInteger(const char *sql, std::int64_t &value)
+{
+    Statement statement;
+    int result = statement.prepare(*this, sql);
+    if (result == SQLITE_OK)
+        result = statement.step();
+    if (result == SQLITE_ROW)
+        value = statement.integer(0);
+    return result == SQLITE_ROW || result == SQLITE_DONE ? SQLITE_OK : result;
+}
+
+int Database::queryText(const char *sql, std::string &value)
+{
+    Statement statement;
+    int result = statement.prepare(*this, sql);
+    if (result == SQLITE_OK)
+        result = statement.step();
+    if (result == SQLITE_ROW)
+        value = statement.text(0);
+    return result == SQLITE_ROW || result == SQLITE_DONE ? SQLITE_OK : result;
+}
+
+std::string Database::errorText() const
+{
+    return m_handle ? sqlite3_errmsg(m_handle) : "it cannot be opened";
+}
+
+Statement::~Statement()
+{
+    finalize();
+}
+
+int Statement::prepare(Database &database, const char *sql)
+{
+    finalize();
+    if (!database.isOpen())
+        return SQLITE_MISUSE;
+    return sqlite3_prepare_v2(database.handle(), sql, -1, &m_statement, nullptr) & kPrimaryCode;
+}
+
+void Statement::finalize()
+{
+    sqlite3_finalize(m_statement);
+    m_statement = nullptr;
+}
+
+void Statement::bind(int position, std::int64_t value)
+{
+    (void)sqlite3_bind_int64(m_statement, position, value);
+}
+
+int Statement::step()
+{
+    return sqlite3_step(m_statement) & kPrimaryCode;
+}
+
+void Statement::reset()
+{
+    (void)sqlite3_reset(m_statement); // repeats the error of step(), which was seen there
+}
+
+int Statement::run()
+{
+    const int result = step();
+    reset();
+    return result == SQLITE_DONE ? SQLITE_OK : result;
+}
+
+std::int64_t Statement::integer(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+std::string Statement::text(int column) const
+{
+    const auto *bytes = sqlite3_column_text(m_statement, column);
+    return bytes ? reinterpret_cast<const char *>(bytes) : std::string();
+}
+
+} // namespace velq
