@@ -1,0 +1,61 @@
+#pragma once
+
+#include "HostView.h"
+
+#include <QMainWindow>
+#include <QStringList>
+
+QT_BEGIN_NAMESPACE
+class QAction;
+class QActionGroup;
+class QLabel;
+class QMenu;
+class QTabBar;
+QT_END_NAMESPACE
+
+class MessageBar;
+class PluginStage;
+class StatusLine;
+
+//! The program's window: menus, the choice of the view, messages, the plug-in's stage, status.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    //! \a languages are the codes to choose from.
+    explicit MainWindow(const QStringList &languages, QWidget *parent = nullptr);
+
+    [[nodiscard]] PluginStage *stage() const;
+    [[nodiscard]] StatusLine *statusLine() const;
+    void setView(HostView view);
+    [[nodiscard]] HostView view() const;
+    void setMessages(const QStringList &messages);
+    //! Says that the stage stays empty.
+    void showEmptyStage();
+    //! Fetches every text again; \a language is the one in force.
+    void retranslate(const QString &language);
+
+signals:
+    void viewChosen(HostView view);
+    void languageChosen(const QString &code);
+    void closing();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createMenus(const QStringList &languages);
+    void createCentre();
+
+    QMenu *m_fileMenu = nullptr;
+    QMenu *m_viewMenu = nullptr;
+    QMenu *m_languageMenu = nullptr;
+    QAction *m_quit = nullptr;
+    QActionGroup *m_views = nullptr;
+    QActionGroup *m_languages = nullptr;
+    QTabBar *m_tabs = nullptr;
+    MessageBar *m_messages = nullptr;
+    PluginStage *m_stage = nullptr;
+    QLabel *m_empty = nullptr;
+    StatusLine *m_status = nullptr;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ConsoleReport.h"
+#include "HostSettings.h"
+#include "LiveFeed.h"
+#include "Options.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class Languages;
+class MainWindow;
+class PluginContainer;
+
+//! One run of the program: prepares the SDK, the languages, the plug-ins and the window, and takes
+//! them down in the order that the plug-ins need. On the stack of main(), after the application.
+class Session : public QObject
+{
+    Q_OBJECT
+public:
+    //! \a headless: there is no display, so figures are printed and a picture is written.
+    Session(const Options &options, bool headless);
+    ~Session() override;
+
+    //! Everything that comes before the window. An exit status when the program cannot go on.
+    [[nodiscard]] std::optional<int> prepare();
+    //! Shows the window and runs until the end. The exit status.
+    [[nodiscard]] int run();
+
+private:
+    [[nodiscard]] std::optional<int> prepareFolders();
+    [[nodiscard]] std::optional<int> prepareLanguages();
+    [[nodiscard]] std::optional<int> prepareSdk();
+    void loadPlugins();
+    void createWindow();
+    void startPlugins();
+    void showFailures();
+    void onLanguageChosen(const QString &code);
+    void onLanguageChanged();
+    void onSample(const LiveSample &sample);
+    void remember();
+    void scheduleEnd();
+    [[nodiscard]] int finishRun();
+    [[nodiscard]] bool savePicture();
+
+    const Options m_options;
+    const bool m_headless;
+    HostSettings m_settings;
+    QStringList m_messages; //!< for the message bar, besides the plug-ins' failures
+    std::unique_ptr<Languages> m_languages;
+    std::unique_ptr<PluginContainer> m_container;
+    std::unique_ptr<LiveFeed> m_feed;
+    std::unique_ptr<MainWindow> m_window;
+    ConsoleReport m_report;
+};
