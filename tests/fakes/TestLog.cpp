@@ -53,6 +53,8 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &te
 
 TestLog::TestLog()
 {
+    takeLines();
+    takeProblems();
     state().previous = qInstallMessageHandler(handle);
 }
 
