@@ -101,7 +101,13 @@ QStringList ConsoleReport::lines(const LiveSample &sample)
               formatted(sample.downloadSpeed, &Unit::speedId), amount(sample.upload),
               amount(sample.download) }));
     m_last = sample;
+    ++m_count;
     return result;
+}
+
+int ConsoleReport::count() const
+{
+    return m_count;
 }
 
 QStringList ConsoleReport::summary() const
@@ -109,20 +115,19 @@ QStringList ConsoleReport::summary() const
     if (!m_last)
         return { QStringLiteral("No figures came within this time.") };
     if (!m_last->counters)
-        return { m_demo ? QStringLiteral("A demonstration: no kernel counters to compare with.")
-                        : QStringLiteral("No kernel counters to compare with.") };
+        return { QStringLiteral("There are no kernel counters to compare with.") };
     const VELQ_Counters &counters = *m_last->counters;
-    const quint64 up = counters.lastUpload - counters.firstUpload;
-    const quint64 down = counters.lastDownload - counters.firstDownload;
-    return { QStringLiteral(
-                 "Kernel counters of %1 over the same %2 s: uploaded %3 B, downloaded %4 B.")
-                 .arg(m_last->interfaceName)
-                 .arg(m_last->seconds)
-                 .arg(up)
-                 .arg(down),
-             m_last->agrees()
-                 ? QStringLiteral("The live figures are equal to the kernel's.")
-                 : QStringLiteral("The live figures DIFFER: uploaded %1 B, downloaded %2 B.")
-                       .arg(m_last->upload)
-                       .arg(m_last->download) };
+    const QString source = m_demo ? QStringLiteral("Scripted") : QStringLiteral("Kernel");
+    const QString first
+        = QStringLiteral("%1 counters of %2 over the same %3 s: uploaded %4 B, downloaded %5 B.")
+              .arg(source, m_last->interfaceName)
+              .arg(m_last->seconds)
+              .arg(counters.lastUpload - counters.firstUpload)
+              .arg(counters.lastDownload - counters.firstDownload);
+    if (m_last->agrees())
+        return { first, QStringLiteral("The live figures are equal to these counters.") };
+    return { first,
+             QStringLiteral("The live figures DIFFER: uploaded %1 B, downloaded %2 B.")
+                 .arg(m_last->upload)
+                 .arg(m_last->download) };
 }

@@ -17,11 +17,14 @@ public:
     [[nodiscard]] QStringList lines(const LiveSample &sample);
     //! What the kernel says about the same span, and whether it is the same.
     [[nodiscard]] QStringList summary() const;
+    //! How many samples it has had.
+    [[nodiscard]] int count() const;
 
 private:
     [[nodiscard]] QString remark(const LiveSample &sample) const;
 
     const bool m_demo;
+    int m_count = 0;
     QString m_remark;
     std::optional<LiveSample> m_last;
 };

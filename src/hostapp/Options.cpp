@@ -14,8 +14,10 @@ static void addOptions(QCommandLineParser *parser)
         QStringLiteral("Shows what this machine's network connection uses.\n"
                        "Without a display it runs for a few seconds, prints the live figures and "
                        "saves a picture."));
-    parser->addHelpOption();
-    parser->addVersionOption();
+    parser->addOption({ { QStringLiteral("h"), QStringLiteral("help") },
+                        QStringLiteral("Print this help and leave.") });
+    parser->addOption({ { QStringLiteral("v"), QStringLiteral("version") },
+                        QStringLiteral("Print the version and leave.") });
     const auto add = [parser](const char *name, const char *text, const char *value = nullptr) {
         parser->addOption(
             QCommandLineOption(QLatin1String(name), QLatin1String(text), QLatin1String(value)));

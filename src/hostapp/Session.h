@@ -42,6 +42,7 @@ private:
     void onSample(const LiveSample &sample);
     void remember();
     void scheduleEnd();
+    [[nodiscard]] int samplesToPrint() const;
     [[nodiscard]] int finishRun();
     [[nodiscard]] bool savePicture();
 

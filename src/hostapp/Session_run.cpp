@@ -14,6 +14,7 @@
 
 static constexpr int kHeadlessSeconds = 5;
 static constexpr int kPictureSeconds = 3;
+static constexpr int kGraceSeconds = 3; // for an SDK whose figures do not come
 
 int Session::run()
 {
@@ -31,26 +32,36 @@ int Session::run()
     return status != 0 ? status : finishRun();
 }
 
+// Without a display the samples are counted, one a second, so that as many lines appear as were
+// asked for; the timer is then only for the case that none come.
 void Session::scheduleEnd()
 {
     int seconds = m_options.seconds.value_or(0);
-    if (seconds == 0 && m_headless)
-        seconds = kHeadlessSeconds;
-    if (seconds == 0 && !m_options.screenshot.isEmpty())
+    if (m_headless)
+        seconds = samplesToPrint() + kGraceSeconds;
+    else if (seconds == 0 && !m_options.screenshot.isEmpty())
         seconds = kPictureSeconds;
     if (seconds > 0)
         QTimer::singleShot(seconds * 1000, this, [] { QCoreApplication::quit(); });
+}
+
+int Session::samplesToPrint() const
+{
+    return m_options.seconds.value_or(kHeadlessSeconds);
 }
 
 void Session::onSample(const LiveSample &sample)
 {
     m_window->statusLine()->setSample(sample);
     m_window->statusLine()->setStoreProblem(LiveFeed::storeProblem());
-    if (!m_headless)
+    if (!m_headless || m_report.count() >= samplesToPrint())
         return;
     const QStringList lines = m_report.lines(sample);
     for (const QString &line : lines)
         printLine(line);
+    if (m_report.count()
+        == samplesToPrint()) // after what is queued: the plug-in shows this sample too
+        QTimer::singleShot(0, this, [] { QCoreApplication::quit(); });
 }
 
 // Nothing is remembered of a run that only makes a picture.

@@ -15,6 +15,7 @@ StatusLine::StatusLine(QWidget *parent)
     m_store->setObjectName(QStringLiteral("Host_StatusStore"));
     for (QLabel *label : { m_interface, m_connection, m_store })
         label->setTextFormat(Qt::PlainText);
+    setContentsMargins(6, 0, 6, 0);
     addWidget(m_interface);
     addWidget(m_connection);
     addWidget(m_store, 1);
@@ -55,5 +56,6 @@ void StatusLine::refresh()
     const bool hasInterface = !m_sample.interfaceName.isEmpty();
     m_interface->setText(hasInterface ? m_sample.interfaceName : hostText("HOST_NO_INTERFACE"));
     const QString state = hostText(m_sample.connected ? "HOST_CONNECTED" : "HOST_NOT_CONNECTED");
-    m_connection->setText(m_demo ? hostText("HOST_DEMO") + QLatin1String(" · ") + state : state);
+    m_connection->setText(m_demo ? hostText("HOST_DEMO") + QStringLiteral(u" \u00b7 ") + state
+                                 : state);
 }

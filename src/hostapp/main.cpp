@@ -28,6 +28,18 @@ static void choosePlatform(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+static QtMessageHandler thePreviousHandler = nullptr;
+
+// Two remarks of Qt about running without a desktop, which is just what was asked for.
+static void withoutPlatformRemarks(QtMsgType type, const QMessageLogContext &context,
+                                   const QString &text)
+{
+    const bool isRemark = text.contains(QLatin1String("propagateSizeHints"))
+        || text.contains(QLatin1String("XDG_RUNTIME_DIR not set"));
+    if (type == QtFatalMsg || !isRemark)
+        thePreviousHandler(type, context, text);
+}
+
 static bool isHeadless()
 {
     const QString platform = QGuiApplication::platformName();
@@ -37,6 +49,8 @@ static bool isHeadless()
 int main(int argc, char **argv)
 {
     choosePlatform(argc, argv);
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        thePreviousHandler = qInstallMessageHandler(withoutPlatformRemarks);
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("skylet"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SKYLET_VERSION));
