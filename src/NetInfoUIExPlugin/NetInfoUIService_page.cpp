@@ -54,10 +54,11 @@ void CNetInfoUIService::createOperatorPage()
 
 void CNetInfoUIService::createMainWidget()
 {
-    m_page->mainWidget = new (std::nothrow) QWidget;
-    m_page->splitter = new (std::nothrow) QSplitter(m_page->mainWidget);
-    QHBoxLayout *const layout = new (std::nothrow) QHBoxLayout(m_page->mainWidget);
-    if (!m_page->mainWidget || !m_page->splitter || !layout || !m_page->source) {
+    QWidget *const page = new (std::nothrow) QWidget;
+    QHBoxLayout *const layout = page ? new (std::nothrow) QHBoxLayout(page) : nullptr;
+    m_page->mainWidget = page;
+    m_page->splitter = layout ? new (std::nothrow) QSplitter(page) : nullptr;
+    if (!m_page->splitter || !m_page->source) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for a Widget", kSource);
         return;
     }
@@ -76,10 +77,12 @@ void CNetInfoUIService::createMainWidget()
 
 void CNetInfoUIService::createLeftWidget()
 {
-    m_page->leftArea = new (std::nothrow) QWidget;
-    m_page->leftLayout = new (std::nothrow) QVBoxLayout(m_page->leftArea);
-    if (!m_page->leftArea || !m_page->leftLayout || !m_page->splitter) {
+    QWidget *const area = m_page->splitter ? new (std::nothrow) QWidget : nullptr;
+    m_page->leftArea = area;
+    m_page->leftLayout = area ? new (std::nothrow) QVBoxLayout(area) : nullptr;
+    if (!m_page->leftLayout) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
+        delete area;
         return;
     }
     m_page->leftArea->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetLeftAreaParent"));

@@ -1,6 +1,7 @@
 // The statistics tree.
 #include "NetInfoUIService.h"
 
+#include <QHeaderView>
 #include <QPainter>
 #include <QPen>
 #include <QStyleOptionViewItem>
@@ -91,6 +92,7 @@ void CNetInfoUIService::createStatisticsWidget()
     connect(tree, SIGNAL(customContextMenuRequested(const QPoint &)), this,
             SLOT(showTreeContextMenu(const QPoint &)));
     tree->setHeaderHidden(true);
+    tree->header()->setStretchLastSection(false); // else the only column has the view's width
     tree->setRootIsDecorated(false);
     tree->setTextElideMode(Qt::ElideNone);
     tree->setSelectionBehavior(QAbstractItemView::SelectItems);

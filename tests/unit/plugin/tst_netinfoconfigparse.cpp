@@ -62,7 +62,7 @@ void tst_NetInfoConfigParse::cleanup()
     NetInfoConfigParse::OnDestroy();
     const QStringList problems = m_log->takeProblems();
     m_log.reset();
-    QCOMPARE(problems, QStringList());
+    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char(10))));
 }
 
 int tst_NetInfoConfigParse::read(const char *group, const char *module)

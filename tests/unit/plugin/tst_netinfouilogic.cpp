@@ -72,7 +72,7 @@ void tst_NetInfoUILogic::cleanup()
     NetInfoUILogic::Destroy();
     const QStringList problems = m_log->takeProblems();
     m_log.reset();
-    QCOMPARE(problems, QStringList());
+    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char(10))));
 }
 
 void tst_NetInfoUILogic::theInstanceIsSingleUntilDestroyed()
