@@ -89,7 +89,7 @@ refuseUnknownSystem() { # GROUP...
 ensurePackages() { # GROUP...
     isKnownSystem || refuseUnknownSystem "$@"
     local -a missing asRoot=()
-    mapfile -t missing < <(missingPackages "$@")
+    read -r -d '' -a missing <<<"$(missingPackages "$@")" || true # ends without a NUL
     ((${#missing[@]} > 0)) || return 0
 
     local byHand="apt-get install --no-install-recommends ${missing[*]}"
