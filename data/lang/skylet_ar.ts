@@ -387,6 +387,10 @@
         <translation>ليست إضافة لهذا البرنامج.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_WRONG_QT</source>
+        <translation>بُنيت لإصدار Qt %1، لكن هذا البرنامج يستخدم Qt %2.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_TWICE</source>
         <translation>معرّفها مستخدم من قِبل %1.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>Es ist kein Plug-in für dieses Programm.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_WRONG_QT</source>
+        <translation>Es wurde für Qt %1 gebaut, dieses Programm verwendet aber Qt %2.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_TWICE</source>
         <translation>Seine Kennung gehört schon zu %1.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>It is not a plug-in for this program.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_WRONG_QT</source>
+        <translation>It was built for Qt %1, but this program uses Qt %2.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_TWICE</source>
         <translation>Its identifier already belongs to %1.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>No es un complemento de este programa.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_WRONG_QT</source>
+        <translation>Se compiló para Qt %1, pero este programa usa Qt %2.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_TWICE</source>
         <translation>Su identificador ya pertenece a %1.</translation>
     </message>

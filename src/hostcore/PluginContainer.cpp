@@ -1,5 +1,7 @@
 #include "PluginContainer.h"
 
+#include "PluginBuild.h"
+
 #include <host/Change.h>
 #include <host/IBasePlugin.h>
 
@@ -63,13 +65,21 @@ void PluginContainer::loadFolder(const QString &folder)
 
 void PluginContainer::loadFile(const QString &file)
 {
+    const int qtMajor = PluginBuild::qtMajorOfFile(file);
+    if (qtMajor != 0 && qtMajor != QT_VERSION_MAJOR) { // Qt's own words for this are not clear
+        addFailure({ file, hostText("HOST_PLUGIN_WRONG_QT").arg(qtMajor).arg(QT_VERSION_MAJOR) });
+        return;
+    }
     QPluginLoader loader(file);
     // A symbol that is missing shows here and not in the middle of a call; nothing is ever
     // unloaded.
     loader.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
     QObject *object = loader.instance();
     if (!object) {
-        addFailure({ file, hostText("HOST_PLUGIN_NOT_LOADED").arg(loader.errorString()) });
+        QString reason = loader.errorString();
+        reason.replace(file,
+                       QFileInfo(file).fileName()); // the message names the whole path already
+        addFailure({ file, hostText("HOST_PLUGIN_NOT_LOADED").arg(reason) });
         return;
     }
     auto *plugin = qobject_cast<IBasePlugin *>(object);
