@@ -26,7 +26,8 @@ static QRect screenArea(const QWidget *widget)
 // leading edge win where the dialog is larger than the screen.
 static void centreAt(QDialog *dialog, const QPoint &centre, const QRect &area)
 {
-    const QSize size = dialog->frameGeometry().size();
+    // Qt 5 makes the frame of a dialog that has never been shown a pixel too small.
+    const QSize size = dialog->frameGeometry().size().expandedTo(dialog->size());
     QPoint corner = centre - QPoint(size.width() / 2, size.height() / 2);
     if (area.isValid()) {
         corner.setX(qMin(corner.x(), area.right() + 1 - size.width()));
