@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QtGlobal>
 
+#include <utility>
+
 namespace {
 
 struct LogState
@@ -81,7 +83,7 @@ QStringList TestLog::takeProblems()
 {
     const QMutexLocker lock(&state().mutex);
     QStringList problems = state().unexpected;
-    for (const QString &text : qAsConst(state().expected))
+    for (const QString &text : std::as_const(state().expected))
         problems << QStringLiteral("did not come: ") + text;
     state().unexpected.clear();
     state().expected.clear();

@@ -5,6 +5,8 @@
 #include <QtTest>
 #include <QXmlStreamReader>
 
+#include <utility>
+
 #include "FakeHost.h"
 #include "PluginFolder.h"
 #include "TestLog.h"
@@ -319,7 +321,7 @@ void tst_NetInfoConfigParse::theShippedFileHasEverySwitch()
     m_folder->useShippedFiles();
     QCOMPARE(read(), 0);
     QStringList on;
-    for (const NetInfoConfig &item : qAsConst(m_items)) {
+    for (const NetInfoConfig &item : std::as_const(m_items)) {
         if (item.section == QLatin1String("function") && item.value == QLatin1String("true"))
             on << item.name;
     }
@@ -332,7 +334,7 @@ void tst_NetInfoConfigParse::theShippedUnitsReachTerabytes()
     QCOMPARE(read(), 0);
     for (const char *section : { "fluxunit", "speedunit" }) {
         qulonglong largest = 0;
-        for (const NetInfoConfig &item : qAsConst(m_items)) {
+        for (const NetInfoConfig &item : std::as_const(m_items)) {
             if (item.section != QLatin1String(section))
                 continue;
             QCOMPARE(item.value, item.type);
