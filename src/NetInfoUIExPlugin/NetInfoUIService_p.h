@@ -16,6 +16,7 @@
 
 #include <host/TagUnits.h>
 
+#include "NetInfoTextMeter.h"
 #include "NetInfoTreeRules.h"
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
@@ -96,6 +97,7 @@ struct CNetInfoUIService::TreeRows
     QVector<TagUnits> speedUnits;
     int firstColumnWidth = NetInfoRules::kFirstColumnWidth;
     int widestRequired = 0;
+    NetInfoTextMeter meter;
     QPointer<QAction> resetAll;
     QPointer<QAction> expandAll;
     QPointer<QAction> collapseAll;

@@ -94,6 +94,7 @@ void CNetInfoUIService::createStatisticsWidget()
     tree->setHeaderHidden(true);
     tree->header()->setStretchLastSection(false); // else the only column has the view's width
     tree->setRootIsDecorated(false);
+    tree->setUniformRowHeights(true); // else each new text is laid out to learn its height
     tree->setTextElideMode(Qt::ElideNone);
     tree->setSelectionBehavior(QAbstractItemView::SelectItems);
     tree->setItemDelegate(delegate);
@@ -208,10 +209,13 @@ void CNetInfoUIService::checkTreeColumnWidth(QTreeWidgetItem *item)
     QTreeWidget *const tree = m_tree->tree;
     if (!item || !tree)
         return;
-    const QFontMetrics metrics(item->data(0, Qt::FontRole).value<QFont>());
-    const int required
-        = NetInfoRules::requiredColumnWidth(QtCompat::textWidth(metrics, item->text(0)),
-                                            tree->indentation(), ancestorCount(item));
+    const QString text = item->text(0);
+    const QFont font = item->data(0, Qt::FontRole).value<QFont>();
+    const int indent
+        = NetInfoRules::requiredColumnWidth(0, tree->indentation(), ancestorCount(item));
+    if (m_tree->meter.surelyFits(font, text, NetInfoRules::kFirstColumnWidth - indent))
+        return;
+    const int required = m_tree->meter.width(font, text) + indent;
     if (!NetInfoRules::widensColumn(required))
         return;
     m_tree->widestRequired = NetInfoRules::widenedColumn(required, m_tree->widestRequired);

@@ -24,8 +24,9 @@ inline bool isDebugLogEnabled()
 #endif
 }
 
-//! Advance width of \a text in pixels.
-inline int textWidth(const QFontMetrics &metrics, const QString &text)
+//! Advance width of \a text in pixels; Metrics is QFontMetrics or QFontMetricsF.
+template <typename Metrics>
+auto textWidth(const Metrics &metrics, const QString &text)
 {
 #if QT_VERSION >= 0x050b00
     return metrics.horizontalAdvance(text);
