@@ -35,7 +35,8 @@ void readName(const nlattr *attribute, LinkMessage &message)
 //! False when an attribute reaches over the end of the message.
 bool readAttributes(const nlmsghdr *header, LinkMessage &message)
 {
-    const auto *tail = static_cast<const char *>(mnl_nlmsg_get_payload_tail(header));
+    // Not libmnl's own end of the payload: that is rounded up, beyond a hostile message.
+    const auto *tail = reinterpret_cast<const char *>(header) + header->nlmsg_len;
     const auto *attribute
         = static_cast<const nlattr *>(mnl_nlmsg_get_payload_offset(header, sizeof(ifinfomsg)));
     auto left = tail - reinterpret_cast<const char *>(attribute);

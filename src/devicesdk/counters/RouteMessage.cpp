@@ -74,7 +74,8 @@ void readAttribute(const nlattr *attribute, Fields &fields)
 
 bool readAttributes(const nlmsghdr *header, Fields &fields)
 {
-    const auto *tail = static_cast<const char *>(mnl_nlmsg_get_payload_tail(header));
+    // Not libmnl's own end of the payload: that is rounded up, beyond a hostile message.
+    const auto *tail = reinterpret_cast<const char *>(header) + header->nlmsg_len;
     const auto *attribute
         = static_cast<const nlattr *>(mnl_nlmsg_get_payload_offset(header, sizeof(rtmsg)));
     auto left = tail - reinterpret_cast<const char *>(attribute);

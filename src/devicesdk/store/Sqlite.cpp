@@ -36,6 +36,12 @@ void Database::abandon()
     m_handle = nullptr;
 }
 
+void Database::preserveFiles()
+{
+    if (m_handle)
+        (void)sqlite3_db_config(m_handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
+
 bool Database::isReadOnly() const
 {
     return m_handle && sqlite3_db_readonly(m_handle, "main") == 1;

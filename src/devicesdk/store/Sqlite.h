@@ -23,6 +23,8 @@ public:
     void close();
     //! Forgets the connection without touching its files: for a child process that inherited it.
     void abandon();
+    //! Lets the files stay as they are when this closes: for a damaged database, as evidence.
+    void preserveFiles();
     [[nodiscard]] bool isOpen() const
     {
         return m_handle != nullptr;

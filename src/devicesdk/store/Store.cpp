@@ -173,15 +173,19 @@ void Store::openWritable()
 
 int Store::openAndMigrate(bool &damaged)
 {
+    damaged = isNoDatabase(path());
+    if (damaged)
+        return SQLITE_NOTADB;
     int code = m_database.open(path(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     if (code == SQLITE_OK)
-        code = checkWritable(damaged);
-    if (isDamage(code))
-        damaged = true;
+        code = checkWritable();
+    damaged = isDamage(code);
+    if (damaged)
+        m_database.preserveFiles();
     return code;
 }
 
-int Store::checkWritable(bool &damaged)
+int Store::checkWritable()
 {
     sqlite3_busy_timeout(m_database.handle(), kBusyTimeoutMs);
     const SchemaCheck check = checkSchema(m_database, schemaMigrations());
@@ -194,11 +198,9 @@ int Store::checkWritable(bool &damaged)
             + "). It is left alone; figures are kept in memory only.";
         return SQLITE_MISMATCH;
     }
-    std::string health;
-    if (check.state == SchemaState::Foreign) {
-        damaged = true;
+    if (check.state == SchemaState::Foreign)
         return SQLITE_CORRUPT;
-    }
+    std::string health;
     int code = m_database.queryText("PRAGMA quick_check(1)", health);
     if (code == SQLITE_OK && health != "ok")
         code = SQLITE_CORRUPT;
@@ -306,6 +308,8 @@ bool Store::commit(const Changes &changes)
     (void)m_database.execute("ROLLBACK"); // fails when SQLite has rolled back by itself
     if (m_options.inMemory)
         return false;
+    if (isDamage(code))
+        m_database.preserveFiles();
     if (code != SQLITE_FULL && code != SQLITE_BUSY)
         dropConnection(); // the next attempt looks at the file anew, and sets it aside if damaged
     return false;
@@ -377,8 +381,10 @@ bool Store::sum(int type, const Span &span, Totals &totals)
             m_cache.erase(m_cache.begin());
         m_cache.push_back({ type, span, totals });
     }
-    if (isDamage(code))
+    if (isDamage(code)) {
+        m_database.preserveFiles();
         dropConnection(); // the next commit sets it aside
+    }
     return found;
 }
 

@@ -73,9 +73,9 @@ private:
     void openFile();
     void openWritable();
     void openForReading(StoreState state);
-    //! Opens, checks and migrates; SQLite's code, and the problem or the need to set aside.
+    //! Opens, checks and migrates. SQLite's code; \a damaged when the file has to be set aside.
     int openAndMigrate(bool &damaged);
-    int checkWritable(bool &damaged);
+    int checkWritable();
     bool setAside();
     void noteFailure(int code);
     void dropConnection();

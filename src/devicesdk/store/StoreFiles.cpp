@@ -1,11 +1,13 @@
 #include "store/StoreFiles.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 
 namespace velq {
@@ -82,6 +84,21 @@ int setAsideDatabase(const std::string &path, std::int64_t now, std::string &set
     }
     setAside = name;
     return 0;
+}
+
+bool isNoDatabase(const std::string &path)
+{
+    constexpr char kMagic[] = "SQLite format 3"; // with its NUL: 16 bytes
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return false;
+    std::array<char, sizeof kMagic> start {};
+    const auto size = read(file, start.data(), start.size());
+    (void)close(file);
+    if (size <= 0)
+        return false; // empty is a new one; what cannot be read is not known
+    return size < static_cast<ssize_t>(start.size())
+        || std::memcmp(start.data(), kMagic, sizeof kMagic) != 0;
 }
 
 FileIdentity fileIdentity(const std::string &path)

@@ -19,6 +19,9 @@ constexpr const char *kLockFileName = "velq.lock";
 [[nodiscard]] int setAsideDatabase(const std::string &path, std::int64_t now,
                                    std::string &setAside);
 
+//! Whether \a path holds something that cannot be a database, so that SQLite need not touch it.
+[[nodiscard]] bool isNoDatabase(const std::string &path);
+
 /*! Which file a path names, so that a replaced one is noticed. */
 struct FileIdentity
 {

@@ -1,0 +1,82 @@
+#pragma once
+// A folder for a store, and looks into its files past the classes under test.
+
+#include "store/Store.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <string>
+
+//! The wall clock of the tests: 2031-03-05 12:00:00 UTC.
+constexpr qint64 kNow = 1930478400;
+
+class StoreFolder
+{
+public:
+    [[nodiscard]] std::string path() const
+    {
+        return m_folder.path().toStdString();
+    }
+    [[nodiscard]] QString file(const char *name = "velq.db") const
+    {
+        return m_folder.filePath(name);
+    }
+    [[nodiscard]] velq::StoreOptions options() const
+    {
+        velq::StoreOptions options;
+        options.directory = path();
+        options.wallSeconds = [] { return std::int64_t(kNow); };
+        return options;
+    }
+    [[nodiscard]] QStringList entries() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    [[nodiscard]] QByteArray content(const QString &name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void write(const char *name, const QByteArray &content) const
+    {
+        QFile file(m_folder.filePath(QString::fromLatin1(name)));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write a test file");
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+//! Runs \a sql on the file and answers the first column of the last row; -1 on failure.
+inline qint64 runSql(const QString &file, const char *sql)
+{
+    sqlite3 *database = nullptr;
+    qint64 value = -1;
+    if (sqlite3_open(file.toUtf8().constData(), &database) == SQLITE_OK) {
+        const auto take = [](void *target, int, char **columns, char **) {
+            *static_cast<qint64 *>(target) = columns[0] ? QByteArray(columns[0]).toLongLong() : 0;
+            return 0;
+        };
+        if (sqlite3_exec(database, sql, take, &value, nullptr) != SQLITE_OK)
+            value = -1;
+    }
+    sqlite3_close(database);
+    return value;
+}
+
+inline velq::Changes amounts(qint64 second, quint64 download, quint64 upload = 0, int type = 0)
+{
+    velq::Changes changes;
+    changes.buckets[{ velq::bucketStart(second), type }] = { download, upload, 1000 };
+    return changes;
+}
+
+inline bool contains(const std::string &text, const char *words)
+{
+    return text.find(words) != std::string::npos;
+}
