@@ -120,7 +120,8 @@ void tst_PluginModule::walkTheCycle()
     QRect rect(0, 0, 700, 500);
     QVERIFY(plugin->ShowWindow(m_window.data(), rect));
     plugin->Hide();
-    auto *const page = m_window->findChild<QWidget *>(QStringLiteral("NetInfoUIPlugin_WidgetParent"));
+    auto *const page
+        = m_window->findChild<QWidget *>(QStringLiteral("NetInfoUIPlugin_WidgetParent"));
     QVERIFY(page);
     page->show();
     QCOMPARE(plugin->FitSize(rect), 0);
