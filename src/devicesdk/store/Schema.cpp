@@ -8,7 +8,8 @@ namespace velq {
 
 const Migrations &schemaMigrations()
 {
-    static const Migrations kMigrations = {
+    // Never destroyed: the last commit at exit may need it after the statics' destructors.
+    static const Migrations &kMigrations = *new Migrations {
         // 1: amounts per bucket (start in seconds since 1970-01-01 UTC) and connect type; when the
         // figures of a type were last reset, at first the time when the store was begun
         "CREATE TABLE bucket ("
