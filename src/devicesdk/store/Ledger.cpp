@@ -117,7 +117,8 @@ void Ledger::close()
     const std::lock_guard<std::mutex> guard(m_storeMutex);
     if (m_closed)
         return;
-    commitLocked();
+    if (!m_store.isRemoved()) // what somebody has deleted does not come back for a farewell
+        commitLocked();
     m_closed = true;
     m_store.close();
 }

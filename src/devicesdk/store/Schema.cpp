@@ -6,10 +6,9 @@
 
 namespace velq {
 
-const Migrations &schemaMigrations()
+Migrations schemaMigrations()
 {
-    // Never destroyed: the last commit at exit may need it after the statics' destructors.
-    static const Migrations &kMigrations = *new Migrations {
+    return {
         // 1: amounts per bucket (start in seconds since 1970-01-01 UTC) and connect type; when the
         // figures of a type were last reset, at first the time when the store was begun
         "CREATE TABLE bucket ("
@@ -26,7 +25,6 @@ const Migrations &schemaMigrations()
         " (0, CAST(strftime('%s', 'now') AS INTEGER)),"
         " (1, CAST(strftime('%s', 'now') AS INTEGER));",
     };
-    return kMigrations;
 }
 
 SchemaCheck checkSchema(Database &database, const Migrations &migrations)

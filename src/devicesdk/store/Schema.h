@@ -9,8 +9,9 @@ namespace velq {
 //! SQL that leads from schema number i to i + 1, for i from 0 (an empty database).
 using Migrations = std::vector<const char *>;
 
-//! All steps of this version; their count is the schema number that it writes.
-[[nodiscard]] const Migrations &schemaMigrations();
+//! All steps of this version; their count is the schema number that it writes. By value: the store
+//! is closed while the library's static objects are destroyed, so it may not rely on one.
+[[nodiscard]] Migrations schemaMigrations();
 
 /*! What a database is, seen from a list of migrations. */
 enum class SchemaState {

@@ -281,6 +281,12 @@ bool Store::prepareStatements(bool writing)
         && m_setReset.prepare(m_database, kSetReset) == SQLITE_OK;
 }
 
+bool Store::isRemoved() const
+{
+    return m_state == StoreState::Writable && !m_options.inMemory
+        && fileIdentity(path()).inode == 0;
+}
+
 bool Store::commit(const Changes &changes)
 {
     // Somebody removed or replaced the file: what is written to the old one would be lost.

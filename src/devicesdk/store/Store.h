@@ -51,6 +51,9 @@ public:
         return m_state;
     }
 
+    //! Whether the file that was open has been removed meanwhile.
+    [[nodiscard]] bool isRemoved() const;
+
     //! Writes \a changes in one transaction; false when nothing of it was written.
     [[nodiscard]] bool commit(const Changes &changes);
     //! The stored sum of \a type in \a span; false when it cannot be read, and untouched then.

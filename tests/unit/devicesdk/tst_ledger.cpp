@@ -22,6 +22,7 @@ private slots:
     void commitsNeitherDoubleNorLose();
     void aResetClearsPendingToo();
     void closingWritesWhatIsPending();
+    void closingDoesNotBringARemovedStoreBack();
     void aSecondLedgerNeverDoubles();
     void anUnusableDirectoryKeepsFiguresInMemory();
     void aResetWithoutAStoreIsWrittenLater();
@@ -173,6 +174,17 @@ void tst_Ledger::closingWritesWhatIsPending()
     QCOMPARE(runSql(folder.file(), "SELECT download FROM bucket"), 5LL);
     Ledger next(folder.options(), kNow);
     QVERIFY2(next.problem().empty(), "the lock was given back");
+}
+
+void tst_Ledger::closingDoesNotBringARemovedStoreBack()
+{
+    const StoreFolder folder;
+    Ledger ledger(folder.options(), kNow);
+    ledger.book(0, kNow, { 5, 1, 1000 });
+    for (const QString &name : folder.entries())
+        QVERIFY(QFile::remove(folder.file(name.toLatin1().constData())));
+    ledger.close();
+    QVERIFY(folder.entries().isEmpty());
 }
 
 void tst_Ledger::aSecondLedgerNeverDoubles()
