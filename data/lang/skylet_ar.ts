@@ -387,6 +387,10 @@
         <translation>ليست إضافة لهذا البرنامج.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_NOT_READABLE</source>
+        <translation>الملف فارغ أو تتعذر قراءته.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_WRONG_QT</source>
         <translation>بُنيت لإصدار Qt %1، لكن هذا البرنامج يستخدم Qt %2.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>Es ist kein Plug-in für dieses Programm.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_NOT_READABLE</source>
+        <translation>Die Datei ist leer oder nicht lesbar.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_WRONG_QT</source>
         <translation>Es wurde für Qt %1 gebaut, dieses Programm verwendet aber Qt %2.</translation>
     </message>

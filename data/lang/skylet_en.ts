@@ -387,6 +387,10 @@
         <translation>It is not a plug-in for this program.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_NOT_READABLE</source>
+        <translation>The file is empty or cannot be read.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_WRONG_QT</source>
         <translation>It was built for Qt %1, but this program uses Qt %2.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>No es un complemento de este programa.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_NOT_READABLE</source>
+        <translation>El archivo está vacío o no se puede leer.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_WRONG_QT</source>
         <translation>Se compiló para Qt %1, pero este programa usa Qt %2.</translation>
     </message>

@@ -387,6 +387,10 @@
         <translation>Ce n’est pas un module de ce programme.</translation>
     </message>
     <message>
+        <source>HOST_PLUGIN_NOT_READABLE</source>
+        <translation>Le fichier est vide ou illisible.</translation>
+    </message>
+    <message>
         <source>HOST_PLUGIN_WRONG_QT</source>
         <translation>Il a été compilé pour Qt %1, mais ce programme utilise Qt %2.</translation>
     </message>

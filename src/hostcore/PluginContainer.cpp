@@ -65,6 +65,10 @@ void PluginContainer::loadFolder(const QString &folder)
 
 void PluginContainer::loadFile(const QString &file)
 {
+    if (!QFileInfo(file).isReadable() || QFileInfo(file).size() == 0) {
+        addFailure({ file, hostText("HOST_PLUGIN_NOT_READABLE") });
+        return;
+    }
     const int qtMajor = PluginBuild::qtMajorOfFile(file);
     if (qtMajor != 0 && qtMajor != QT_VERSION_MAJOR) { // Qt's own words for this are not clear
         addFailure({ file, hostText("HOST_PLUGIN_WRONG_QT").arg(qtMajor).arg(QT_VERSION_MAJOR) });

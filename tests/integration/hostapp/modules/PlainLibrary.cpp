@@ -1,0 +1,7 @@
+// A shared library that is no plug-in.
+extern "C" __attribute__((visibility("default"))) int plainLibrary();
+
+int plainLibrary()
+{
+    return 1;
+}

@@ -1,0 +1,8 @@
+#include "UnresolvedPlugin.h"
+
+void aFunctionThatNobodyHas();
+
+UnresolvedPlugin::UnresolvedPlugin()
+{
+    aFunctionThatNobodyHas();
+}
