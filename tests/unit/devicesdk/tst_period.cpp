@@ -34,9 +34,7 @@ void setZone(const char *zone)
 
 qint64 utc(const QString &text)
 {
-    QDateTime time = QDateTime::fromString(text, Qt::ISODate);
-    time.setTimeSpec(Qt::UTC);
-    return time.toSecsSinceEpoch();
+    return QDateTime::fromString(text + QLatin1Char('Z'), Qt::ISODate).toSecsSinceEpoch();
 }
 
 } // namespace
