@@ -55,7 +55,7 @@ private slots:
     void thePluginEndsBeforeItsWidgets();
 
 private:
-    [[nodiscard]] QStringList takeCalls() const;
+    QStringList takeCalls() const;
 
     LibraryFolder m_library;
     QTemporaryDir m_data;
