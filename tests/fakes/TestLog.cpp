@@ -43,14 +43,14 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &te
         for (int i = 0; i < state().expected.size(); ++i) {
             if (text.contains(state().expected.at(i))) {
                 state().expected.removeAt(i);
-                state().lines << withoutTime(text);
+                state().lines << text;
                 return;
             }
         }
         state().unexpected << QStringLiteral("unannounced: ") + text;
         return;
     }
-    state().lines << withoutTime(text);
+    state().lines << text;
 }
 
 } // namespace
@@ -76,9 +76,17 @@ void TestLog::expectWarning(const QString &text)
 QStringList TestLog::takeLines()
 {
     const QMutexLocker lock(&state().mutex);
-    const QStringList lines = state().lines;
+    QStringList lines;
+    for (const QString &line : std::as_const(state().lines))
+        lines << withoutTime(line);
     state().lines.clear();
     return lines;
+}
+
+void TestLog::dropLines()
+{
+    const QMutexLocker lock(&state().mutex);
+    state().lines.clear();
 }
 
 QStringList TestLog::takeProblems()

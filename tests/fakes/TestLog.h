@@ -16,6 +16,8 @@ public:
     void expectWarning(const QString &text);
     //! Debug lines and announced warnings since the last call, in order.
     QStringList takeLines();
+    //! Throws away what takeLines() would give.
+    void dropLines();
     //! Warnings that came unannounced and announced ones that did not come, since the last call.
     QStringList takeProblems();
 };
