@@ -68,6 +68,7 @@ bool Ticker::start(std::function<void()> tick, int intervalMs)
     m_timer = makeTimer(intervalMs);
     m_stop = eventfd(0, EFD_CLOEXEC);
     if (m_timer >= 0 && m_stop >= 0) {
+        const std::lock_guard<std::mutex> guard(m_mutex);
         const SignalsBlocked blocked; // the new thread inherits the mask
         try {
             m_thread = std::thread([this, call = std::move(tick)] { run(call); });
@@ -96,21 +97,21 @@ void Ticker::run(const std::function<void()> &tick)
 
 void Ticker::stop()
 {
-    if (!m_thread.joinable())
+    std::thread thread;
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        std::swap(thread, m_thread);
+    }
+    if (!thread.joinable())
         return;
     const std::uint64_t one = 1;
     while (write(m_stop, &one, sizeof one) < 0 && errno == EINTR) { }
-    if (isOwnThread()) {
-        m_thread.detach(); // it is inside tick() and still needs the files when it comes back
+    if (thread.get_id() == std::this_thread::get_id()) {
+        thread.detach(); // it is inside tick() and still needs the files when it comes back
         return;
     }
-    m_thread.join();
+    thread.join();
     closeFiles();
-}
-
-bool Ticker::isOwnThread() const
-{
-    return m_thread.get_id() == std::this_thread::get_id();
 }
 
 void Ticker::abandon()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <mutex>
 #include <thread>
 
 namespace velq {
@@ -21,8 +22,6 @@ public:
     [[nodiscard]] bool start(std::function<void()> tick, int intervalMs = 1000);
     //! Ends the thread at once and waits for a running call, unless called from it.
     void stop();
-    //! Whether the caller is the thread.
-    [[nodiscard]] bool isOwnThread() const;
     //! In a forked child, where the thread does not exist.
     void abandon();
 
@@ -32,6 +31,7 @@ private:
 
     int m_timer = -1;
     int m_stop = -1;
+    std::mutex m_mutex; // guards the handle, not the thread's work
     std::thread m_thread;
 };
 

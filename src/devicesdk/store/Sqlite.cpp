@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <utility>
+
 namespace velq {
 
 namespace {
@@ -33,7 +35,7 @@ void Database::close()
 
 void Database::abandon()
 {
-    m_handle = nullptr;
+    m_abandoned = std::exchange(m_handle, nullptr);
 }
 
 void Database::preserveFiles()

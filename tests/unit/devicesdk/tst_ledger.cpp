@@ -2,9 +2,11 @@
 
 #include <QtTest>
 
+#include <csignal>
 #include <thread>
 
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,6 +30,7 @@ private slots:
     void aResetWithoutAStoreIsWrittenLater();
     void aReadOnlyDiskKeepsFiguresInMemory();
     void aFullDiskLosesNothing();
+    void filesThatMayNotGrowLoseNothing();
     void threadsLoseNothing();
 };
 
@@ -305,6 +308,34 @@ void tst_Ledger::aFullDiskLosesNothing()
     QVERIFY2(begunOnAFullDisk.problem().empty(), begunOnAFullDisk.problem().c_str());
     QCOMPARE(download(begunOnAFullDisk), std::uint64_t(305));
     QCOMPARE(runSql(folder.file("disk/velq.db"), "SELECT sum(download) FROM bucket"), 305LL);
+}
+
+void tst_Ledger::filesThatMayNotGrowLoseNothing()
+{
+    // A full disk for those who may not mount one.
+    const StoreFolder folder;
+    Ledger ledger(folder.options(), kNow);
+    ledger.book(0, kNow, { 5, 1, 1000 });
+    ledger.commit();
+    rlimit before {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small { 16384, before.rlim_max };
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    for (int i = 0; i < 20; ++i) {
+        ledger.book(0, kNow + i * 900, { 1, 0, 0 });
+        ledger.commit();
+    }
+    const std::string problem = ledger.problem();
+    const std::uint64_t during = download(ledger);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    (void)std::signal(SIGXFSZ, handler);
+    QVERIFY2(contains(problem, "cannot be written"), problem.c_str());
+    QCOMPARE(during, std::uint64_t(25));
+    ledger.commit();
+    QVERIFY2(ledger.problem().empty(), ledger.problem().c_str());
+    QCOMPARE(download(ledger), std::uint64_t(25));
+    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM bucket"), 25LL);
 }
 
 void tst_Ledger::threadsLoseNothing()
