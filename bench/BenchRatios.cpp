@@ -56,7 +56,8 @@ bool report(const RatioReporter &reporter, const BenchRatio &ratio)
 
 int runBenchmarks(int argc, char **argv, const std::vector<BenchRatio> &ratios)
 {
-    // Several runs of each, their order mixed, so that a slow moment does not hit one benchmark alone.
+    // Several runs of each, their order mixed, so that a slow moment does not hit one benchmark
+    // alone.
     std::vector<char *> arguments(argv, argv + argc);
     char repetitions[] = "--benchmark_repetitions=9";
     char interleaving[] = "--benchmark_enable_random_interleaving=true";

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-//! One claim: the \a slower benchmark takes at least \a atLeast times, or at most \a atMost times, the
-//! CPU time of the \a faster one. A bound of 0 is none.
+//! One claim: the \a slower benchmark takes at least \a atLeast times, or at most \a atMost times,
+//! the CPU time of the \a faster one. A bound of 0 is none.
 struct BenchRatio
 {
     std::string what;

@@ -38,9 +38,8 @@ QString StatisticsTexts::labelled(const char *key, const QString &value) const
 
 QString StatisticsTexts::flux(const char *key, quint64 bytes) const
 {
-    return labelled(key,
-                    CommonUtils::SpeedFluxToString(m_flux, bytes,
-                                                   QLatin1String("NetInfoUIExPlugin")));
+    return labelled(
+        key, CommonUtils::SpeedFluxToString(m_flux, bytes, QLatin1String("NetInfoUIExPlugin")));
 }
 
 QString StatisticsTexts::speed(quint64 bytesPerSecond) const

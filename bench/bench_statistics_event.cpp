@@ -150,7 +150,8 @@ BENCHMARK(droppedTraceLine);
 void timeTextAlone(benchmark::State &state)
 {
     for (auto _ : state) {
-        QByteArray text = QTime::currentTime().toString(QLatin1String("hh:mm:ss:zzz")).toLocal8Bit();
+        QByteArray text
+            = QTime::currentTime().toString(QLatin1String("hh:mm:ss:zzz")).toLocal8Bit();
         benchmark::DoNotOptimize(text);
     }
 }
@@ -168,11 +169,11 @@ int main(int argc, char **argv)
     const Languages languages(QLatin1String(NETINFO_BENCH_LANG));
     if (!languages.hasEnglish())
         qFatal("no texts in %s", NETINFO_BENCH_LANG);
-    return runBenchmarks(argc, argv,
-                         {
-                             { "naive icons / hidden tree", "hiddenTreeNaiveIcons", "hiddenTree", 6, 0 },
-                             { "hidden tree / its texts alone", "hiddenTree", "textsAlone", 0, 2 },
-                             { "time text / dropped trace line", "timeTextAlone", "droppedTraceLine", 10,
-                               0 },
-                         });
+    return runBenchmarks(
+        argc, argv,
+        {
+            { "naive icons / hidden tree", "hiddenTreeNaiveIcons", "hiddenTree", 6, 0 },
+            { "hidden tree / its texts alone", "hiddenTree", "textsAlone", 0, 2 },
+            { "time text / dropped trace line", "timeTextAlone", "droppedTraceLine", 10, 0 },
+        });
 }

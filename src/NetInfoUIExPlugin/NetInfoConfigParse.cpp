@@ -6,6 +6,8 @@
 #include <QXmlStreamAttributes>
 #include <QXmlStreamReader>
 
+#include <new>
+
 #include "NetInfoLog.h"
 
 namespace {
@@ -21,12 +23,12 @@ constexpr int kCannotOpen = 25;
 constexpr const char *kSections[]
     = { "fluxunit", "speedunit", "format", "function", "Limit", "Color" };
 
-QString attribute(const QXmlStreamReader &reader, const char *name)
+[[nodiscard]] QString attribute(const QXmlStreamReader &reader, const char *name)
 {
     return reader.attributes().value(QLatin1String(name)).toString();
 }
 
-bool isSection(const QXmlStreamReader &reader)
+[[nodiscard]] bool isSection(const QXmlStreamReader &reader)
 {
     for (const char *section : kSections) {
         if (reader.name() == QLatin1String(section))
@@ -35,7 +37,7 @@ bool isSection(const QXmlStreamReader &reader)
     return false;
 }
 
-NetInfoProgressColor progressColor(const QXmlStreamReader &reader)
+[[nodiscard]] NetInfoProgressColor progressColor(const QXmlStreamReader &reader)
 {
     NetInfoProgressColor item;
     item.section = QLatin1String("Color");
@@ -52,7 +54,7 @@ NetInfoConfigParse *NetInfoConfigParse::m_pNetInfoInstance = nullptr;
 NetInfoConfigParse *NetInfoConfigParse::GetInstance()
 {
     if (!m_pNetInfoInstance)
-        m_pNetInfoInstance = new NetInfoConfigParse;
+        m_pNetInfoInstance = new (std::nothrow) NetInfoConfigParse;
     return m_pNetInfoInstance;
 }
 
@@ -109,8 +111,7 @@ int NetInfoConfigParse::readDocument(QXmlStreamReader &reader, QString &group, Q
             result = readGroupInfo(reader, group, module, out);
         }
         if (reader.hasError()) { // also an error that the element scanner stopped at
-            qWarning("%s : %s: %s: Read Error: n", NETINFO_LOG_TIME, kSource,
-                     "GetSettingsFromXML");
+            qWarning("%s : %s: %s: Read Error: n", NETINFO_LOG_TIME, kSource, "GetSettingsFromXML");
             return kReadError;
         }
     }
@@ -120,7 +121,8 @@ int NetInfoConfigParse::readDocument(QXmlStreamReader &reader, QString &group, Q
 int NetInfoConfigParse::readGroupInfo(QXmlStreamReader &reader, QString &group, QString &module,
                                       QVector<NetInfoConfig> &out)
 {
-    // Start tags alone count: an item belongs to the group, module and section opened last before it.
+    // Start tags alone count: an item belongs to the group, module and section opened last before
+    // it.
     QString section;
     QString currentGroup;
     QString currentModule;
@@ -133,8 +135,8 @@ int NetInfoConfigParse::readGroupInfo(QXmlStreamReader &reader, QString &group, 
             } else if (isSection(reader)) {
                 section = reader.name().toString();
             } else if (reader.name() == QLatin1String("item")) {
-                const QStringList context = QStringList() << section << group << currentGroup
-                                                          << module << currentModule;
+                const QStringList context = QStringList()
+                    << section << group << currentGroup << module << currentModule;
                 parseItem(reader, context, out);
             }
         }
@@ -161,9 +163,12 @@ void NetInfoConfigParse::parseItem(QXmlStreamReader &reader, QStringList context
                                        attribute(reader, "value"), attribute(reader, "value1") };
         m_limitCfgs.append(item);
     } else if (context.at(1) == context.at(2) && context.at(3) == currentModule) {
-        const NetInfoConfig item
-            = { section, attribute(reader, "name"), attribute(reader, "value"),
-                attribute(reader, "type"), attribute(reader, "langResID"), currentModule };
+        const NetInfoConfig item = { section,
+                                     attribute(reader, "name"),
+                                     attribute(reader, "value"),
+                                     attribute(reader, "type"),
+                                     attribute(reader, "langResID"),
+                                     currentModule };
         out.append(item);
     }
 }

@@ -33,7 +33,7 @@ struct NetInfoProgressColor
 class NetInfoConfigParse
 {
 public:
-    //! The single instance; made on first use.
+    //! The single instance; made on first use. Null when there is no memory for it.
     static NetInfoConfigParse *GetInstance();
     //! Deletes the instance.
     static void OnDestroy();
@@ -54,9 +54,10 @@ public:
     QVector<NetInfoLimitCfg> m_limitCfgs;
 
 private:
-    int readFile(const QString &path, QString &group, QString &module, QVector<NetInfoConfig> &out);
-    int readDocument(QXmlStreamReader &reader, QString &group, QString &module,
-                     QVector<NetInfoConfig> &out, int result);
+    [[nodiscard]] int readFile(const QString &path, QString &group, QString &module,
+                               QVector<NetInfoConfig> &out);
+    [[nodiscard]] int readDocument(QXmlStreamReader &reader, QString &group, QString &module,
+                                   QVector<NetInfoConfig> &out, int result);
 
     static NetInfoConfigParse *m_pNetInfoInstance;
 };

@@ -10,18 +10,12 @@ namespace NetInfoRules {
 void replaceSection(const QString &section, QVector<NetInfoConfig> &items,
                     const QVector<NetInfoConfig> &custom)
 {
-    const auto inSection = [&section](const NetInfoConfig &item) { return item.section == section; };
+    const auto inSection
+        = [&section](const NetInfoConfig &item) { return item.section == section; };
     if (std::none_of(custom.begin(), custom.end(), inSection))
         return;
     items.erase(std::remove_if(items.begin(), items.end(), inSection), items.end());
     std::copy_if(custom.begin(), custom.end(), std::back_inserter(items), inSection);
-}
-
-void mergeConfig(QVector<NetInfoConfig> &items, const QVector<NetInfoConfig> &custom)
-{
-    items += custom;
-    replaceSection(QLatin1String("speedunit"), items, custom);
-    replaceSection(QLatin1String("fluxunit"), items, custom);
 }
 
 bool isFunctionEnabled(const QVector<NetInfoConfig> &items, const QString &name)
@@ -40,8 +34,8 @@ void appendUnits(const QVector<NetInfoConfig> &items, const QString &section,
     for (const NetInfoConfig &item : items) {
         if (item.section != section)
             continue;
-        const TagUnits unit = { item.name, item.value.toInt(), item.type.toULongLong(),
-                                item.langResID };
+        const TagUnits unit
+            = { item.name, item.value.toInt(), item.type.toULongLong(), item.langResID };
         units.append(unit);
     }
 }

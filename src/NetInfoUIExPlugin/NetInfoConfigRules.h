@@ -1,6 +1,6 @@
 #pragma once
-// What the module configuration means: the merge of the common and the operator's items, switches and
-// unit tables.
+// What the module configuration means: the merge of the common and the operator's items, switches
+// and unit tables.
 
 #include <QString>
 #include <QVector>
@@ -15,9 +15,6 @@ namespace NetInfoRules {
 //! end and in their order.
 void replaceSection(const QString &section, QVector<NetInfoConfig> &items,
                     const QVector<NetInfoConfig> &custom);
-
-//! Appends the operator's items \a custom to \a items; his unit tables replace the common ones whole.
-void mergeConfig(QVector<NetInfoConfig> &items, const QVector<NetInfoConfig> &custom);
 
 //! Whether the last item of that \a name, in any section, has the value "true".
 [[nodiscard]] bool isFunctionEnabled(const QVector<NetInfoConfig> &items, const QString &name);

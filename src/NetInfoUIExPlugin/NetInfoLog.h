@@ -4,8 +4,8 @@
 // A line carries the time, the source path and the function. Nothing of it is formatted while the
 // log is off, because the time alone costs more than a whole row of figures.
 
-#include <QTime>
 #include <QtDebug>
+#include <QTime>
 
 #include "QtCompat.h"
 

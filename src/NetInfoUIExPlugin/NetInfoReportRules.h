@@ -1,6 +1,6 @@
 #pragma once
-// The device SDK's blocks of bytes as values. Offsets are the SDK's; fields are little-endian and not
-// aligned.
+// The device SDK's blocks of bytes as values. Offsets are the SDK's; fields are little-endian and
+// not aligned.
 
 #include <QtGlobal>
 

@@ -10,8 +10,9 @@ class NetInfoTextMeter
 public:
     NetInfoTextMeter();
 
-    //! Whether \a text is certainly not wider than \a limit pixels. False means "measure it": shaping
-    //! a text costs more than formatting it, so the common narrow row should not pay for it.
+    //! Whether \a text is certainly not wider than \a limit pixels. False means "measure it":
+    //! shaping a text costs more than formatting it, so the common narrow row should not pay for
+    //! it.
     [[nodiscard]] bool surelyFits(const QFont &font, const QString &text, int limit);
     //! The exact advance width of \a text in pixels.
     [[nodiscard]] int width(const QFont &font, const QString &text);

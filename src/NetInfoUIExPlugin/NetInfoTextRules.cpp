@@ -17,7 +17,7 @@ namespace NetInfoRules {
 
 QString durationText(long long seconds)
 {
-    const int hours = int(seconds / 3600); // 32 bits are enough for 245,000 years
+    const int hours = int(seconds / 3600); // 32 bits by definition of the text
     const int rest = int(seconds % 3600);
     const int minutes = rest / 60;
 

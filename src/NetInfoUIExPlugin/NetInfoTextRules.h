@@ -5,8 +5,8 @@
 
 namespace NetInfoRules {
 
-//! \a seconds as hours, minutes and seconds, each with a leading "0" up to 9: "01:02:05". Hours have
-//! no limit; a negative duration keeps its sign in each part, "00:00:0-5".
+//! \a seconds as hours, minutes and seconds, each with a leading "0" up to 9: "01:02:05". Hours
+//! have no limit; a negative duration keeps its sign in each part, "00:00:0-5".
 [[nodiscard]] QString durationText(long long seconds);
 
 //! The history key of \a key: its decimal text read back without a sign, so a negative one is 0.

@@ -5,8 +5,8 @@ namespace NetInfoRules {
 
 constexpr int kFirstColumnWidth = 280; //!< pixels; a row that needs more widens the column
 
-//! Pixels that a row needs: its text and one indentation for itself, one for the branch mark and one
-//! for each of its \a depth ancestors.
+//! Pixels that a row needs: its text and one indentation for itself, one for the branch mark and
+//! one for each of its \a depth ancestors.
 [[nodiscard]] constexpr int requiredColumnWidth(int textWidth, int indentation, int depth)
 {
     return textWidth + indentation * (depth + 2);

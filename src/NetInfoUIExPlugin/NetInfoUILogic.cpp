@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 
+#include <new>
+
 #include "NetInfoConfigParse.h"
 #include "NetInfoLog.h"
 #include "NetInfoReportRules.h"
@@ -16,7 +18,7 @@ constexpr int kLiveReport = 0;
 constexpr int kLastResetReport = 2;
 
 //! Fetches report \a kind; 0 on success.
-int fetchReport(int kind, _VELQ_EN_CONNECT_TYPE type, NetInfoReport &report)
+[[nodiscard]] int fetchReport(int kind, _VELQ_EN_CONNECT_TYPE type, NetInfoReport &report)
 {
     unsigned char block[VELQ_STATISTICS_REPORT_SIZE] = {};
     const int result = VELQ_Statistics_GetReport(kind, block, type);
@@ -40,7 +42,7 @@ NetInfoUILogic *NetInfoUILogic::Instance()
 {
     NETINFO_TRACE("%s: %s: %s: Entered", kSource);
     if (!m_pNetInfoInstance)
-        m_pNetInfoInstance = new NetInfoUILogic;
+        m_pNetInfoInstance = new (std::nothrow) NetInfoUILogic;
     NETINFO_TRACE("%s: %s: %s: Exit", kSource);
     return m_pNetInfoInstance;
 }
@@ -48,8 +50,8 @@ NetInfoUILogic *NetInfoUILogic::Instance()
 void NetInfoUILogic::Destroy()
 {
     NETINFO_TRACE("%s: %s: %s: Entered", kSource);
-    // Cleared first: a callback that starts meanwhile finds no instance; the destructor waits for one
-    // that already runs.
+    // Cleared first: a callback that starts meanwhile finds no instance; the destructor waits for
+    // one that already runs.
     delete m_pNetInfoInstance.exchange(nullptr);
     NETINFO_TRACE("%s: %s: %s: Exit", kSource);
 }
@@ -74,8 +76,8 @@ int NetInfoUILogic::Init()
         qWarning("%s: %s: %s: Out of Memory", NETINFO_LOG_TIME, kSource, __func__);
         return kOutOfMemory;
     }
-    NETINFO_TRACE(
-        "========> %s: %s: %s: VELQ_Statistics_RegisterStatisticsCallbackEvent called", kSource);
+    NETINFO_TRACE("========> %s: %s: %s: VELQ_Statistics_RegisterStatisticsCallbackEvent called",
+                  kSource);
     if (VELQ_Statistics_RegisterStatisticsCallbackEvent(&StatisticsEventCallBack) == 0) {
         NETINFO_TRACE(
             "<======== %s: %s: %s: VELQ_Statistics_RegisterStatisticsCallbackEvent Success",
@@ -91,9 +93,7 @@ int NetInfoUILogic::Init()
     return getConfigData();
 }
 
-void NetInfoUILogic::OnDestroy()
-{
-}
+void NetInfoUILogic::OnDestroy() { }
 
 int NetInfoUILogic::StatisticsEventCallBack(int event, void *data)
 {

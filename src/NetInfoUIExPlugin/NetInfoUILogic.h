@@ -36,7 +36,7 @@ class NetInfoUILogic : public QObject
 {
     Q_OBJECT
 public:
-    //! The single instance; made on first use, without Init.
+    //! The single instance; made on first use, without Init. Null when there is no memory for it.
     static NetInfoUILogic *Instance();
     //! Deletes the instance; the SDK's callback has ended when this returns.
     static void Destroy();
@@ -44,8 +44,8 @@ public:
     NetInfoUILogic();
     ~NetInfoUILogic();
 
-    //! Registers the callback and reads the configuration: the result of getConfigData, 13 without a
-    //! configuration reader.
+    //! Registers the callback and reads the configuration: the result of getConfigData, 13 without
+    //! a configuration reader.
     int Init();
     void OnDestroy();
     //! The SDK's callback: 1, or 0 for a statistics event without data or without an instance.
@@ -53,7 +53,8 @@ public:
     //! Unregisters the callback.
     void UnregSDK();
 
-    //! Reads the stored figures of period \a type. 0; else the SDK's result, and \a out is untouched.
+    //! Reads the stored figures of period \a type. 0; else the SDK's result, and \a out is
+    //! untouched.
     int GetStatistics(_enNetInfoType type, NetInfoData &out);
     //! Reads the figures since \a key; a failure leaves \a out untouched.
     void GetHistrorySpecData(int key, NetInfoData &out);

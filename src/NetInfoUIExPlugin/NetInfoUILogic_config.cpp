@@ -34,7 +34,9 @@ int NetInfoUILogic::getConfigData()
             if (!name.isEmpty() && name != module)
                 result = m_pConfigParse->GetSettingsFromXML(group, name, m_customizeConfig);
         }
-        NetInfoRules::mergeConfig(m_configData, m_customizeConfig);
+        m_configData += m_customizeConfig;
+        eraseCommonConfig(QLatin1String("speedunit"), m_configData, m_customizeConfig);
+        eraseCommonConfig(QLatin1String("fluxunit"), m_configData, m_customizeConfig);
     }
     NETINFO_TRACE("%s: %s: %s: Exit", kSource);
     return result;

@@ -21,9 +21,7 @@ CNetInfoUIPlugin::CNetInfoUIPlugin()
     m_service = CNetInfoUIService::instance();
 }
 
-void CNetInfoUIPlugin::Release()
-{
-}
+void CNetInfoUIPlugin::Release() { }
 
 int CNetInfoUIPlugin::GetLastError()
 {

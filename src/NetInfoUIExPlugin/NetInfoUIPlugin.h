@@ -16,7 +16,7 @@ class CNetInfoUIPlugin : public QObject, public IUIPlugin, public INotify
 {
     Q_OBJECT
     NETINFO_PLUGIN_METADATA("com.valtrix.skylet.plugin.IUIPlugin")
-    Q_INTERFACES(IUIPlugin:IBasePlugin INotify)
+    Q_INTERFACES(IUIPlugin : IBasePlugin INotify)
 public:
     CNetInfoUIPlugin();
 

@@ -72,7 +72,8 @@ bool CNetInfoUIService::Init()
     createAuxiliaryWidgets();
     m_page->source = NetInfoUILogic::Instance();
     translateLabels();
-    startStatistics();
+    if (m_page->source)
+        startStatistics();
     createMainWidget();
     createRightClickActions();
     createOperatorPage();
@@ -88,10 +89,11 @@ void CNetInfoUIService::startStatistics()
     m_page->dataLimitEnabled = isFunctionEnabled("DATAVOLUMELIMIT");
     m_page->timeLimitEnabled = isFunctionEnabled("TIMEVOLUMELIMIT");
     // Emitted on the SDK's thread, so it arrives here queued.
-    connect(source,
-            SIGNAL(statisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)),
-            this,
-            SLOT(onStatisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)));
+    connect(
+        source,
+        SIGNAL(statisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)),
+        this,
+        SLOT(onStatisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)));
 }
 
 bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
@@ -118,7 +120,7 @@ bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
     }
     if (tree)
         tree->setFocus(Qt::OtherFocusReason);
-    NETINFO_TRACE("%s: %s: %s: Exit", kSource);
+    NETINFO_TRACE_CALL("%s: %s: Exit", kSource);
     return true;
 }
 
@@ -260,6 +262,4 @@ QString CNetInfoUIService::GetWindowTitle()
     return tr(QLatin1String("IDS_SETTING_NAME"));
 }
 
-void CNetInfoUIService::SwitchWindow()
-{
-}
+void CNetInfoUIService::SwitchWindow() { }

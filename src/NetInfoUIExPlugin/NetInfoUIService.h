@@ -32,8 +32,8 @@ public:
                    const QRect &rect) const override;
 };
 
-//! One per process; from the entry object's first use until the host's destroy call. GUI thread only.
-//! Its pages become children of the host's windows and may die with them at any time.
+//! One per process; from the entry object's first use until the host's destroy call. GUI thread
+//! only. Its pages become children of the host's windows and may die with them at any time.
 class CNetInfoUIService : public QObject, public ISettingUIPlugin, public ISwitchUIService
 {
     Q_OBJECT
@@ -138,20 +138,20 @@ private:
     void changeLanguage();
     void translateLabels();
     void applyColumnWidth();
-    bool isFunctionEnabled(const char *name) const;
+    [[nodiscard]] bool isFunctionEnabled(const char *name) const;
 
     QTreeWidgetItem *addRow(int row, const QString &text);
     void applySwitch(int row);
     void writeRow(int row, const QString &text, const QIcon &icon);
     void writeRow(int row, const QString &text);
-    QString nodeText(int row);
-    QString labelled(int label, const QString &value) const;
-    const char *transferSuffix() const;
-    QString transferText(const char *suffix);
-    QString speedText(quint64 bytesPerSecond) const;
-    QString fluxText(quint64 bytes) const;
-    QIcon rowIcon(int row);
-    bool fetchStoredStatistics();
+    [[nodiscard]] QString nodeText(int row);
+    [[nodiscard]] QString labelled(int label, const QString &value) const;
+    [[nodiscard]] const char *transferSuffix() const;
+    [[nodiscard]] QString transferText(const char *suffix);
+    [[nodiscard]] QString speedText(quint64 bytesPerSecond) const;
+    [[nodiscard]] QString fluxText(quint64 bytes) const;
+    [[nodiscard]] QIcon rowIcon(int row);
+    [[nodiscard]] bool fetchStoredStatistics();
     void writeLastReset();
     void writePeriodRows();
 

@@ -35,7 +35,7 @@ constexpr _enNetInfoType kFetchOrder[]
     = { NET_INFO_DAILY, NET_INFO_MONTHLY, NET_INFO_YEARLY, NET_INFO_WEEKLY };
 
 //! The date three months before \a today as text, or empty where that month has no such day.
-QString threeMonthsBefore(const QDate &today)
+[[nodiscard]] QString threeMonthsBefore(const QDate &today)
 {
     int year = today.year();
     int month = today.month() - 3;
@@ -52,7 +52,7 @@ void CNetInfoUIService::onStatisticsChanged(unsigned long upSpeed, unsigned long
                                             qulonglong upData, qulonglong downData, QString time)
 {
     NETINFO_TRACE("%s: %s: %s: Entered", kSource);
-    NETINFO_REQUIRE(m_tree->items[TransferNode] && m_page->source, return);
+    NETINFO_REQUIRE(m_tree->items[TransferNode] && m_page->source, return );
     writeRow(TransferNode, transferText(transferSuffix()));
     if (m_tree->items[UploadSpeedRow]) {
         m_live->upSpeed = upSpeed;
@@ -110,7 +110,8 @@ bool CNetInfoUIService::updateStoredStatistics()
 
 bool CNetInfoUIService::fetchStoredStatistics()
 {
-    // The span from a time to itself is 0, and 0 is what the history is asked for; this is intended.
+    // The span from a time to itself is 0, and 0 is what the history is asked for; this is
+    // intended.
     const QTime since = GetBeforeNowThreeMonthlyTime();
     m_page->source->GetHistrorySpecData(since.secsTo(since), m_live->history);
     for (const _enNetInfoType type : kFetchOrder) {
@@ -122,9 +123,8 @@ bool CNetInfoUIService::fetchStoredStatistics()
 
 void CNetInfoUIService::writeLastReset()
 {
-    QString lastReset;
-    m_page->source->GetLastResetTime(lastReset);
-    writeRow(LastResetRow, nodeText(LastResetRow) + QLatin1Char(' ') + lastReset,
+    m_page->source->GetLastResetTime(m_live->lastReset); // on failure the last known time stays
+    writeRow(LastResetRow, nodeText(LastResetRow) + QLatin1Char(' ') + m_live->lastReset,
              rowIcon(LastResetRow));
 }
 
@@ -141,8 +141,8 @@ void CNetInfoUIService::writePeriodRows()
 QTime CNetInfoUIService::GetBeforeNowThreeMonthlyTime()
 {
     // A date never reads as a time, so the period's start is what comes out; this is intended.
-    const QTime before = QTime::fromString(threeMonthsBefore(QDate::currentDate()),
-                                           QLatin1String("hh:mm:ss"));
+    const QTime before
+        = QTime::fromString(threeMonthsBefore(QDate::currentDate()), QLatin1String("hh:mm:ss"));
     return before > m_live->periodStart ? before : m_live->periodStart;
 }
 

@@ -63,7 +63,14 @@ enum NetInfoTreeRow {
 };
 
 //! Captions of the rows, translated once for each language.
-enum NetInfoTreeLabel { SpeedLabel, DataLabel, TimeLabel, UploadedLabel, DownloadedLabel, LabelCount };
+enum NetInfoTreeLabel {
+    SpeedLabel,
+    DataLabel,
+    TimeLabel,
+    UploadedLabel,
+    DownloadedLabel,
+    LabelCount
+};
 
 //! The pages and what they are made of. Widgets die with the host's windows.
 struct CNetInfoUIService::Page
@@ -111,6 +118,7 @@ struct CNetInfoUIService::LiveFigures
     quint64 upData = 0;
     quint64 downData = 0;
     QString time = QLatin1String("00:00:00");
+    QString lastReset; // in the system's short form; empty: never known
     NetInfoData stored[4] = {}; // by _enNetInfoType
     NetInfoData history = {};
     QTime periodStart; // invalid: no start date is set

@@ -21,8 +21,8 @@ constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
 
 constexpr int kTopLevel = -1;
 
-//! One node or row: its place, its icon, its fixed text (null for rows of figures) and the switch that
-//! hides it (null: always shown).
+//! One node or row: its place, its icon, its fixed text (null for rows of figures) and the switch
+//! that hides it (null: always shown).
 struct RowSpec
 {
     int parent;
@@ -79,7 +79,8 @@ void GridDelegateLayout::drawFocus(QPainter *painter, const QStyleOptionViewItem
 void CNetInfoUIService::createStatisticsWidget()
 {
     QTreeWidget *const tree = new (std::nothrow) QTreeWidget;
-    GridDelegateLayout *const delegate = tree ? new (std::nothrow) GridDelegateLayout(tree) : nullptr;
+    GridDelegateLayout *const delegate
+        = tree ? new (std::nothrow) GridDelegateLayout(tree) : nullptr;
     if (!tree || !delegate || !m_page->leftLayout) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
         delete tree;
@@ -142,9 +143,8 @@ void CNetInfoUIService::addStatisticsNodeComponets()
         return;
     }
     addRow(StatisticsNode, nodeText(StatisticsNode));
-    QString lastReset;
-    m_page->source->GetLastResetTime(lastReset);
-    addRow(LastResetRow, nodeText(LastResetRow) + QLatin1Char(' ') + lastReset);
+    m_page->source->GetLastResetTime(m_live->lastReset);
+    addRow(LastResetRow, nodeText(LastResetRow) + QLatin1Char(' ') + m_live->lastReset);
     applySwitch(LastResetRow);
     addRow(DailyNode, nodeText(DailyNode));
     addRow(DailyUploadRow, labelled(UploadedLabel, fluxText(0)));
@@ -308,6 +308,5 @@ QString CNetInfoUIService::fluxText(quint64 bytes) const
 QIcon CNetInfoUIService::rowIcon(int row)
 {
     return setIcon(CommonUtils::GetPluginLibraryPath()
-                   + QLatin1String("/plugins/NetInfoUIExPlugin/")
-                   + QLatin1String(kRows[row].icon));
+                   + QLatin1String("/plugins/NetInfoUIExPlugin/") + QLatin1String(kRows[row].icon));
 }

@@ -15,7 +15,7 @@
 namespace QtCompat {
 
 //! Whether a debug line of the default category would go anywhere. Any thread.
-inline bool isDebugLogEnabled()
+[[nodiscard]] inline bool isDebugLogEnabled()
 {
 #if QT_VERSION >= 0x050000
     return QLoggingCategory::defaultCategory()->isDebugEnabled();
@@ -26,7 +26,7 @@ inline bool isDebugLogEnabled()
 
 //! Advance width of \a text in pixels; Metrics is QFontMetrics or QFontMetricsF.
 template <typename Metrics>
-auto textWidth(const Metrics &metrics, const QString &text)
+[[nodiscard]] auto textWidth(const Metrics &metrics, const QString &text)
 {
 #if QT_VERSION >= 0x050b00
     return metrics.horizontalAdvance(text);
@@ -36,7 +36,7 @@ auto textWidth(const Metrics &metrics, const QString &text)
 }
 
 //! Local time of \a seconds since 1970-01-01 UTC.
-inline QDateTime dateTimeFromSeconds(quint32 seconds)
+[[nodiscard]] inline QDateTime dateTimeFromSeconds(quint32 seconds)
 {
 #if QT_VERSION >= 0x050800
     return QDateTime::fromSecsSinceEpoch(seconds);
@@ -46,7 +46,7 @@ inline QDateTime dateTimeFromSeconds(quint32 seconds)
 }
 
 //! \a image mirrored left to right.
-inline QImage mirroredImage(const QImage &image)
+[[nodiscard]] inline QImage mirroredImage(const QImage &image)
 {
 #if QT_VERSION >= 0x060900
     return image.flipped(Qt::Horizontal);

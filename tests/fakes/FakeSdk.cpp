@@ -118,6 +118,7 @@ int VELQ_Statistics_GetReport(int kind, void *report, _VELQ_EN_CONNECT_TYPE type
 int VELQ_Statistics_GetSpecHistroryData(void *report, unsigned long long key)
 {
     fakeSdk().historyKeys.push_back(key);
+    fakeSdk().historyCleared = fakeSdk().historyCleared && isCleared(report);
     if (fakeSdk().history.result == 0)
         fill(report, fakeSdk().history);
     return fakeSdk().history.result;

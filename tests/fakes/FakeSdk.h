@@ -36,6 +36,7 @@ struct FakeSdk
     const char *customizeName = "common";
     std::vector<FakeReportCall> calls; //!< only what came from the thread that reset the fake
     std::vector<unsigned long long> historyKeys;
+    bool historyCleared = true; //!< every history block came with zeros
     std::vector<int> resets; //!< connect types
     int registered = 0; //!< register calls
     int unregistered = 0;

@@ -45,9 +45,9 @@ QString PluginFolder::configPath() const
 void PluginFolder::useShippedFiles()
 {
     const QDir shipped(QStringLiteral(NETINFO_SHIPPED_DATA));
-    const QStringList names = QStringList() << QStringLiteral("NetInfoUIExConfig.xml")
-                                            << shipped.entryList(
-                                                   QStringList() << QStringLiteral("Icon_0?"));
+    const QStringList names = QStringList()
+        << QStringLiteral("NetInfoUIExConfig.xml")
+        << shipped.entryList(QStringList() << QStringLiteral("Icon_0?"));
     for (const QString &name : names) {
         QFile::remove(path() + name);
         if (!QFile::copy(shipped.filePath(name), path() + name))

@@ -1,6 +1,6 @@
 #pragma once
-// What the tests of the plug-in's widgets share: fakes, a plug-in folder, a message handler, and the
-// tree as texts.
+// What the tests of the plug-in's widgets share: fakes, a plug-in folder, a message handler, and
+// the tree as texts.
 
 #include <QFont>
 #include <QObject>
@@ -33,7 +33,8 @@ protected:
     //! Visible rows, two blanks before a text for each ancestor.
     [[nodiscard]] QStringList rows() const;
     //! The visible row whose text begins with \a text, under the node that begins with \a parent.
-    [[nodiscard]] QTreeWidgetItem *row(const QString &text, const QString &parent = QString()) const;
+    [[nodiscard]] QTreeWidgetItem *row(const QString &text,
+                                       const QString &parent = QString()) const;
     //! The widget named \a name, in or out of the host window.
     [[nodiscard]] static QWidget *widget(const char *name);
 

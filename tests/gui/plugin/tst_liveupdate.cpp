@@ -30,6 +30,8 @@ private slots:
     void theHostMayDestroyWhileTheQuestionIsOpen();
     void translatingKeepsTheLastFigures();
     void iconsFollowTheLayoutDirection();
+    void aFailingLastResetKeepsTheKnownTime();
+    void theSlotsSignaturesAreFixed();
 };
 
 void tst_LiveUpdate::aReportRewritesEveryRow()
@@ -47,28 +49,18 @@ void tst_LiveUpdate::aReportRewritesEveryRow()
     }
     fakeSdk().reports[2].lastReset = 86400;
     sendStatisticsEvent(true);
-    const QString reset
-        = QLocale::system().toString(QDateTime(QDate(1970, 1, 2), QTime(0, 0)), QLocale::ShortFormat);
+    const QString reset = QLocale::system().toString(QDateTime(QDate(1970, 1, 2), QTime(0, 0)),
+                                                     QLocale::ShortFormat);
     QCOMPARE(rows(),
-             QStringList({ "IDS_TREE_TRANSFER IDS_DIALUP_TRANSFER",
-                           "  IDS_TREE_TIME_TRANSFER 00:00:05",
-                           "  IDS_TREE_UPLOAD",
-                           "    IDS_TREE_SPEED 1 Bps",
-                           "    IDS_TREE_DATA 2 B",
-                           "  IDS_TREE_DOWNLOAD",
-                           "    IDS_TREE_SPEED 3 Bps",
-                           "    IDS_TREE_DATA 4 B",
-                           "IDS_TREE_STATISTICS",
-                           "  IDS_TREE_TIME_LASTRESET " + reset,
-                           "  IDS_TREE_DAILY",
-                           "    IDS_TREE_UPLOADED_DATA 10 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 11 B",
-                           "  IDS_TREE_MONTHLY",
-                           "    IDS_TREE_UPLOADED_DATA 40 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 41 B",
-                           "  IDS_TREE_YEARLY",
-                           "    IDS_TREE_UPLOADED_DATA 50 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 51 B" }));
+             QStringList(
+                 { "IDS_TREE_TRANSFER IDS_DIALUP_TRANSFER", "  IDS_TREE_TIME_TRANSFER 00:00:05",
+                   "  IDS_TREE_UPLOAD", "    IDS_TREE_SPEED 1 Bps", "    IDS_TREE_DATA 2 B",
+                   "  IDS_TREE_DOWNLOAD", "    IDS_TREE_SPEED 3 Bps", "    IDS_TREE_DATA 4 B",
+                   "IDS_TREE_STATISTICS", "  IDS_TREE_TIME_LASTRESET " + reset, "  IDS_TREE_DAILY",
+                   "    IDS_TREE_UPLOADED_DATA 10 B", "    IDS_TREE_DOWNLOADED_DATA 11 B",
+                   "  IDS_TREE_MONTHLY", "    IDS_TREE_UPLOADED_DATA 40 B",
+                   "    IDS_TREE_DOWNLOADED_DATA 41 B", "  IDS_TREE_YEARLY",
+                   "    IDS_TREE_UPLOADED_DATA 50 B", "    IDS_TREE_DOWNLOADED_DATA 51 B" }));
 }
 
 void tst_LiveUpdate::theSuffixFollowsTheConnectType_data()
@@ -256,11 +248,14 @@ void tst_LiveUpdate::translatingKeepsTheLastFigures()
     live = FakeReport();
     fakeHost().language = QStringLiteral(".fr");
     service->Notify(320, 0, 0);
-    const QStringList expected
-        = { "  IDS_TREE_TIME_TRANSFER.fr 00:00:15", "    IDS_TREE_SPEED.fr 11 Bps",
-            "    IDS_TREE_DATA.fr 12 B",            "    IDS_TREE_SPEED.fr 13 Bps",
-            "    IDS_TREE_DATA.fr 14 B",            "    IDS_TREE_DOWNLOADED_DATA.fr 16 B",
-            "IDS_TREE_STATISTICS.fr",               "  IDS_TREE_YEARLY.fr" };
+    const QStringList expected = { "  IDS_TREE_TIME_TRANSFER.fr 00:00:15",
+                                   "    IDS_TREE_SPEED.fr 11 Bps",
+                                   "    IDS_TREE_DATA.fr 12 B",
+                                   "    IDS_TREE_SPEED.fr 13 Bps",
+                                   "    IDS_TREE_DATA.fr 14 B",
+                                   "    IDS_TREE_DOWNLOADED_DATA.fr 16 B",
+                                   "IDS_TREE_STATISTICS.fr",
+                                   "  IDS_TREE_YEARLY.fr" };
     for (const QString &text : expected)
         QVERIFY2(rows().contains(text), qPrintable(text));
 }
@@ -281,6 +276,25 @@ void tst_LiveUpdate::iconsFollowTheLayoutDirection()
     QApplication::setLayoutDirection(Qt::RightToLeft);
     service->Notify(320, 0, 0);
     QCOMPARE(leftColours(), QStringList(QColor(Qt::blue).name()));
+}
+
+void tst_LiveUpdate::aFailingLastResetKeepsTheKnownTime()
+{
+    fakeSdk().reports[2].lastReset = 86400;
+    CNetInfoUIService *const service = start();
+    const QString known = row(QStringLiteral("IDS_TREE_TIME_LASTRESET"))->text(0);
+    fakeSdk().reports[2].result = 1;
+    service->Notify(320, 0, 0);
+    QCOMPARE(row(QStringLiteral("IDS_TREE_TIME_LASTRESET"))->text(0), known);
+}
+
+void tst_LiveUpdate::theSlotsSignaturesAreFixed()
+{
+    for (const char *slot :
+         { "onStatisticsChanged(ulong,ulong,qulonglong,qulonglong,QString)",
+           "onResetButtonClicked()", "resetStatistics()", "expandAll()", "collapseAll()",
+           "showTreeContextMenu(QPoint)", "movedSplitter(int,int)" })
+        QVERIFY2(CNetInfoUIService::staticMetaObject.indexOfSlot(slot) >= 0, slot);
 }
 
 QTEST_MAIN(tst_LiveUpdate)

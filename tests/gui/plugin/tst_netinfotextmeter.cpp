@@ -20,7 +20,8 @@ void tst_NetInfoTextMeter::theWidthIsThatOfTheFont()
     NetInfoTextMeter meter;
     QFont large;
     large.setPixelSize(30);
-    for (const QString &text : { QStringLiteral("Uploaded: 1.00 GB"), QString(), QStringLiteral("x") }) {
+    for (const QString &text :
+         { QStringLiteral("Uploaded: 1.00 GB"), QString(), QStringLiteral("x") }) {
         for (int twice = 0; twice < 2; ++twice) {
             QCOMPARE(meter.width(QFont(), text), QFontMetrics(QFont()).horizontalAdvance(text));
             QCOMPARE(meter.width(large, text), QFontMetrics(large).horizontalAdvance(text));

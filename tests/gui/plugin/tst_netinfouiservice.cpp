@@ -95,8 +95,9 @@ void tst_NetInfoUIService::theTraceNamesTheLifeCycle()
     QCOMPARE(m_log->takeLines().first(), kSource + QStringLiteral(": Init: called"));
     QRect rect(0, 0, 10, 10);
     CNetInfoUIService::instance()->FitSize(rect);
-    QCOMPARE(m_log->takeLines(), QStringList({ "<time>: " + kSource + ": FitSize: Entered",
-                                               "<time>: " + kSource + ": FitSize: Exit" }));
+    QCOMPARE(m_log->takeLines(),
+             QStringList({ "<time>: " + kSource + ": FitSize: Entered",
+                           "<time>: " + kSource + ": FitSize: Exit" }));
     CNetInfoUIService::instance()->Notify(5, 0, 0);
     QCOMPARE(m_log->takeLines(), QStringList({ "<time>: " + kSource + ": Notify: called" }));
     CNetInfoUIService::Destroy();
@@ -123,7 +124,8 @@ void tst_NetInfoUIService::thePagesHaveTheirNamesAndMargins()
     start();
     QWidget *const page = widget("NetInfoUIPlugin_WidgetParent");
     QVERIFY(page);
-    auto *const layout = page->findChild<QHBoxLayout *>(QStringLiteral("NetInfoUIPlugin_LayoutParent"));
+    auto *const layout
+        = page->findChild<QHBoxLayout *>(QStringLiteral("NetInfoUIPlugin_LayoutParent"));
     QVERIFY(layout);
     QCOMPARE(layout->contentsMargins(), QMargins(3, 8, 3, 8));
     auto *const splitter
@@ -170,12 +172,12 @@ void tst_NetInfoUIService::showTellsWhetherTheStoredFiguresCame()
     QStringList lines = m_log->takeLines();
     QCOMPARE(lines.first(), "<time>: " + kSource + ": ShowWindow: Entered");
     QVERIFY(lines.contains(kSource + ": ShowWindow: Daily,Monthly ,yearly stats updated"));
-    QCOMPARE(lines.last(), "<time>: " + kSource + ": ShowWindow: Exit");
+    QCOMPARE(lines.last(), kSource + ": ShowWindow: Exit");
     fakeSdk().reports[1].result = 1;
     service->ShowWindow(m_window.data(), rect);
     lines = m_log->takeLines();
-    QVERIFY(lines.contains(kSource
-                           + ": ShowWindow: Failed to get the Daily,Monthly ,yearly stats "));
+    QVERIFY(
+        lines.contains(kSource + ": ShowWindow: Failed to get the Daily,Monthly ,yearly stats "));
 }
 
 void tst_NetInfoUIService::showMovesToAnotherWindow()

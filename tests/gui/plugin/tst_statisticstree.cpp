@@ -49,26 +49,16 @@ void tst_StatisticsTree::theTreeReadsAsAWhole()
     start();
     const QString reset
         = QLocale::system().toString(QDateTime::fromSecsSinceEpoch(0), QLocale::ShortFormat);
-    QCOMPARE(rows(),
-             QStringList({ "IDS_TREE_TRANSFER",
-                           "  IDS_TREE_TIME_TRANSFER 00:00:00",
-                           "  IDS_TREE_UPLOAD",
-                           "    IDS_TREE_SPEED 0 Bps",
-                           "    IDS_TREE_DATA 0 B",
-                           "  IDS_TREE_DOWNLOAD",
-                           "    IDS_TREE_SPEED 0 Bps",
-                           "    IDS_TREE_DATA 0 B",
-                           "IDS_TREE_STATISTICS",
-                           "  IDS_TREE_TIME_LASTRESET " + reset,
-                           "  IDS_TREE_DAILY",
-                           "    IDS_TREE_UPLOADED_DATA 0 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 0 B",
-                           "  IDS_TREE_MONTHLY",
-                           "    IDS_TREE_UPLOADED_DATA 0 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 0 B",
-                           "  IDS_TREE_YEARLY",
-                           "    IDS_TREE_UPLOADED_DATA 0 B",
-                           "    IDS_TREE_DOWNLOADED_DATA 0 B" }));
+    QCOMPARE(
+        rows(),
+        QStringList({ "IDS_TREE_TRANSFER", "  IDS_TREE_TIME_TRANSFER 00:00:00", "  IDS_TREE_UPLOAD",
+                      "    IDS_TREE_SPEED 0 Bps", "    IDS_TREE_DATA 0 B", "  IDS_TREE_DOWNLOAD",
+                      "    IDS_TREE_SPEED 0 Bps", "    IDS_TREE_DATA 0 B", "IDS_TREE_STATISTICS",
+                      "  IDS_TREE_TIME_LASTRESET " + reset, "  IDS_TREE_DAILY",
+                      "    IDS_TREE_UPLOADED_DATA 0 B", "    IDS_TREE_DOWNLOADED_DATA 0 B",
+                      "  IDS_TREE_MONTHLY", "    IDS_TREE_UPLOADED_DATA 0 B",
+                      "    IDS_TREE_DOWNLOADED_DATA 0 B", "  IDS_TREE_YEARLY",
+                      "    IDS_TREE_UPLOADED_DATA 0 B", "    IDS_TREE_DOWNLOADED_DATA 0 B" }));
 }
 
 void tst_StatisticsTree::aDialupPluginNamesTheTransfer()
@@ -94,26 +84,34 @@ void tst_StatisticsTree::theTreeIsSetUp()
 void tst_StatisticsTree::everyNodeIsExpandedAndHasItsIcon()
 {
     m_folder->useShippedFiles();
-    const QList<QColor> colours = { Qt::red,     Qt::green,   Qt::blue,       Qt::cyan,    Qt::magenta,
-                                    Qt::yellow,  Qt::darkRed, Qt::darkGreen,  Qt::darkBlue };
+    const QList<QColor> colours
+        = { Qt::red,    Qt::green,   Qt::blue,      Qt::cyan,    Qt::magenta,
+            Qt::yellow, Qt::darkRed, Qt::darkGreen, Qt::darkBlue };
     for (int i = 0; i < 9; ++i)
         m_folder->writeIcon(QStringLiteral("Icon_0%1").arg(i + 1), colours.at(i), colours.at(i));
     start();
     const QList<QPair<QString, int>> expected
-        = { { "IDS_TREE_TRANSFER", 1 },        { "IDS_TREE_TIME_TRANSFER", 9 },
-            { "IDS_TREE_UPLOAD", 2 },          { "IDS_TREE_DOWNLOAD", 3 },
-            { "IDS_TREE_SPEED", 9 },           { "IDS_TREE_DATA", 9 },
-            { "IDS_TREE_STATISTICS", 4 },      { "IDS_TREE_TIME_LASTRESET", 9 },
-            { "IDS_TREE_DAILY", 6 },           { "IDS_TREE_MONTHLY", 7 },
-            { "IDS_TREE_YEARLY", 8 },          { "IDS_TREE_UPLOADED_DATA", 9 },
+        = { { "IDS_TREE_TRANSFER", 1 },       { "IDS_TREE_TIME_TRANSFER", 9 },
+            { "IDS_TREE_UPLOAD", 2 },         { "IDS_TREE_DOWNLOAD", 3 },
+            { "IDS_TREE_SPEED", 9 },          { "IDS_TREE_DATA", 9 },
+            { "IDS_TREE_STATISTICS", 4 },     { "IDS_TREE_TIME_LASTRESET", 9 },
+            { "IDS_TREE_DAILY", 6 },          { "IDS_TREE_MONTHLY", 7 },
+            { "IDS_TREE_YEARLY", 8 },         { "IDS_TREE_UPLOADED_DATA", 9 },
             { "IDS_TREE_DOWNLOADED_DATA", 9 } };
-    for (const auto &pair : expected) {
-        const QTreeWidgetItem *const item = row(pair.first);
-        QVERIFY(item);
-        QVERIFY(item->isExpanded());
-        QCOMPARE(item->icon(0).pixmap(16, 16).toImage().pixelColor(8, 8),
-                 colours.at(pair.second - 1));
-    }
+    const auto check = [&] {
+        for (const auto &pair : expected) {
+            const QTreeWidgetItem *const item = row(pair.first);
+            QVERIFY(item);
+            QVERIFY(item->isExpanded());
+            QCOMPARE(item->icon(0).pixmap(16, 16).toImage().pixelColor(8, 8),
+                     colours.at(pair.second - 1));
+        }
+    };
+    check(); // as built, after a report, after a change of the language
+    sendStatisticsEvent(true);
+    check();
+    CNetInfoUIService::instance()->Notify(320, 0, 0);
+    check();
 }
 
 void tst_StatisticsTree::aSwitchHidesItsBranch_data()
@@ -121,15 +119,24 @@ void tst_StatisticsTree::aSwitchHidesItsBranch_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("gone");
     QTest::addColumn<int>("left");
-    QTest::newRow("transfer") << "TRANSFER" << "IDS_TREE_TRANSFER" << 11;
-    QTest::newRow("upload") << "TRANSFERUPLOAD" << "IDS_TREE_UPLOAD" << 16;
-    QTest::newRow("download") << "TRANSFERDOWNLOAD" << "IDS_TREE_DOWNLOAD" << 16;
-    QTest::newRow("statistics") << "STATISTICS" << "IDS_TREE_STATISTICS" << 8;
-    QTest::newRow("last reset") << "SHOWRESETSTATISTICS" << "IDS_TREE_TIME_LASTRESET" << 18;
-    QTest::newRow("daily") << "STATISTICSDAILY" << "IDS_TREE_DAILY" << 16;
-    QTest::newRow("monthly") << "STATISTICSMONTHLY" << "IDS_TREE_MONTHLY" << 16;
-    QTest::newRow("yearly") << "STATISTICSYEARLY" << "IDS_TREE_YEARLY" << 16;
-    QTest::newRow("the graph's switch hides no row") << "SHOWGRAPH" << "-" << 19;
+    QTest::newRow("transfer") << "TRANSFER"
+                              << "IDS_TREE_TRANSFER" << 11;
+    QTest::newRow("upload") << "TRANSFERUPLOAD"
+                            << "IDS_TREE_UPLOAD" << 16;
+    QTest::newRow("download") << "TRANSFERDOWNLOAD"
+                              << "IDS_TREE_DOWNLOAD" << 16;
+    QTest::newRow("statistics") << "STATISTICS"
+                                << "IDS_TREE_STATISTICS" << 8;
+    QTest::newRow("last reset") << "SHOWRESETSTATISTICS"
+                                << "IDS_TREE_TIME_LASTRESET" << 18;
+    QTest::newRow("daily") << "STATISTICSDAILY"
+                           << "IDS_TREE_DAILY" << 16;
+    QTest::newRow("monthly") << "STATISTICSMONTHLY"
+                             << "IDS_TREE_MONTHLY" << 16;
+    QTest::newRow("yearly") << "STATISTICSYEARLY"
+                            << "IDS_TREE_YEARLY" << 16;
+    QTest::newRow("the graph's switch hides no row") << "SHOWGRAPH"
+                                                     << "-" << 19;
 }
 
 void tst_StatisticsTree::aSwitchHidesItsBranch()
@@ -266,8 +273,9 @@ namespace {
 QList<QLabel *> addMeters(QWidget *leftArea)
 {
     QList<QLabel *> meters;
-    for (const char *name : { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
-                              "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" }) {
+    for (const char *name :
+         { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
+           "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" }) {
         meters << new QLabel(leftArea);
         meters.last()->setObjectName(QLatin1String(name));
         meters.last()->setVisible(true);

@@ -49,7 +49,8 @@ void tst_TreeMenu::theMenuHoldsThreeActions()
 {
     QMenu menu;
     start()->fillTreeContextMenu(&menu);
-    QCOMPARE(texts(menu), QStringList({ "IDS_CLEAR_VOLUME", "IDS_EXPAND_ALL", "IDS_COLLAPSE_ALL" }));
+    QCOMPARE(texts(menu),
+             QStringList({ "IDS_CLEAR_VOLUME", "IDS_EXPAND_ALL", "IDS_COLLAPSE_ALL" }));
 }
 
 void tst_TreeMenu::withoutStatisticsThereIsNoReset()

@@ -36,6 +36,9 @@ private slots:
     void brokenXmlKeepsTheItemsBefore();
     void anErrorRightAfterTheRootIs6();
     void anErrorBeforeTheRootIs6();
+    void hostileXmlKeepsTheItemsBefore_data();
+    void hostileXmlKeepsTheItemsBefore();
+    void bytesThatAreNoUtf8Are6();
     void outIsEmptiedFirst();
     void theTraceIsComplete();
     void theShippedFileTruncatedAnywhereIsHarmless();
@@ -273,6 +276,45 @@ void tst_NetInfoConfigParse::anErrorBeforeTheRootIs6()
     QCOMPARE(read(), 6);
 }
 
+void tst_NetInfoConfigParse::hostileXmlKeepsTheItemsBefore_data()
+{
+    QTest::addColumn<QByteArray>("head");
+    QTest::addColumn<QByteArray>("rest");
+    QByteArray entities = "<!DOCTYPE velqdoc [<!ENTITY e0 \"aaaaaaaaaa\">";
+    for (int i = 1; i < 30; ++i) {
+        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ";";
+        entities += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner + inner + "\">";
+    }
+    const QByteArray none;
+    QTest::newRow("entities that grow without end") << entities + "]>" << QByteArray("&e29;");
+    QTest::newRow("an entity that nobody declared") << none << QByteArray("<item name=\"&x;\"/>");
+    QTest::newRow("an attribute given twice")
+        << none << QByteArray("<item name=\"B\" name=\"C\"/>");
+    QTest::newRow("a prefix that nobody declared") << none << QByteArray("<a:b/>");
+    QTest::newRow("a zero byte") << none << QByteArray("a\0b", 3);
+    QTest::newRow("a hundred thousand open elements") << none << QByteArray("<a>").repeated(100000);
+}
+
+void tst_NetInfoConfigParse::hostileXmlKeepsTheItemsBefore()
+{
+    QFETCH(QByteArray, head);
+    QFETCH(QByteArray, rest);
+    m_folder->writeConfig(head + PluginFolder::document("<item name=\"A\"/>" + rest));
+    m_log->expectWarning(QStringLiteral("GroupInfo Read Error "));
+    m_log->expectWarning(QStringLiteral(": Read Error: n"));
+    QCOMPARE(read(), 6);
+    QCOMPARE(int(m_items.size()), 1);
+    QCOMPARE(m_items.at(0).name, QStringLiteral("A"));
+}
+
+void tst_NetInfoConfigParse::bytesThatAreNoUtf8Are6()
+{
+    m_folder->writeConfig(PluginFolder::document("<x a=\"\xff\xfe\"/>"));
+    QCOMPARE(read(), 6);
+    const QStringList problems = m_log->takeProblems(); // one or two, as the bytes are met
+    QVERIFY(problems.last().endsWith(QLatin1String(": Read Error: n")));
+}
+
 void tst_NetInfoConfigParse::outIsEmptiedFirst()
 {
     m_items.resize(3);
@@ -363,8 +405,7 @@ void tst_NetInfoConfigParse::theShippedLimitsAndColours()
         names << color.name;
         QVERIFY(color.color.isValid());
     }
-    QCOMPARE(names,
-             QStringList({ "NoWarningColor", "BeforeWarningColor", "ReachedWarningColor" }));
+    QCOMPARE(names, QStringList({ "NoWarningColor", "BeforeWarningColor", "ReachedWarningColor" }));
 }
 
 QTEST_GUILESS_MAIN(tst_NetInfoConfigParse)

@@ -25,6 +25,14 @@ const QVector<NetInfoConfig> kCommon
     = { item("function", "SHOWGRAPH", "true"), item("fluxunit", "B"), item("speedunit", "Bps"),
         item("fluxunit", "KB") };
 
+//! The merge of the common items with the operator's.
+void merge(QVector<NetInfoConfig> &items, const QVector<NetInfoConfig> &custom)
+{
+    items += custom;
+    replaceSection(QStringLiteral("speedunit"), items, custom);
+    replaceSection(QStringLiteral("fluxunit"), items, custom);
+}
+
 } // namespace
 
 class tst_NetInfoConfigRules : public QObject
@@ -48,15 +56,14 @@ private slots:
 void tst_NetInfoConfigRules::oneOperatorUnitReplacesTheWholeTable()
 {
     QVector<NetInfoConfig> items = kCommon;
-    mergeConfig(items, { item("fluxunit", "Mo") });
-    QCOMPARE(names(items),
-             QStringList({ "function/SHOWGRAPH", "speedunit/Bps", "fluxunit/Mo" }));
+    merge(items, { item("fluxunit", "Mo") });
+    QCOMPARE(names(items), QStringList({ "function/SHOWGRAPH", "speedunit/Bps", "fluxunit/Mo" }));
 }
 
 void tst_NetInfoConfigRules::withoutOperatorUnitsTheCommonTableStays()
 {
     QVector<NetInfoConfig> items = kCommon;
-    mergeConfig(items, { item("function", "TRANSFER") });
+    merge(items, { item("function", "TRANSFER") });
     QCOMPARE(names(items),
              QStringList({ "function/SHOWGRAPH", "fluxunit/B", "speedunit/Bps", "fluxunit/KB",
                            "function/TRANSFER" }));
@@ -65,7 +72,7 @@ void tst_NetInfoConfigRules::withoutOperatorUnitsTheCommonTableStays()
 void tst_NetInfoConfigRules::otherSectionsKeepBothSets()
 {
     QVector<NetInfoConfig> items = { item("format", "a"), item("function", "b") };
-    mergeConfig(items, { item("format", "a"), item("function", "b"), item("", "c") });
+    merge(items, { item("format", "a"), item("function", "b"), item("", "c") });
     QCOMPARE(names(items),
              QStringList({ "format/a", "function/b", "format/a", "function/b", "/c" }));
 }
@@ -73,10 +80,10 @@ void tst_NetInfoConfigRules::otherSectionsKeepBothSets()
 void tst_NetInfoConfigRules::mergingNothingChangesNothing()
 {
     QVector<NetInfoConfig> items = kCommon;
-    mergeConfig(items, QVector<NetInfoConfig>());
+    merge(items, QVector<NetInfoConfig>());
     QCOMPARE(names(items), names(kCommon));
     items.clear();
-    mergeConfig(items, QVector<NetInfoConfig>());
+    merge(items, QVector<NetInfoConfig>());
     QVERIFY(items.isEmpty());
 }
 
@@ -92,9 +99,9 @@ void tst_NetInfoConfigRules::replacingKeepsTheOperatorsOrder()
 void tst_NetInfoConfigRules::theLastSwitchDecides()
 {
     QVector<NetInfoConfig> items = kCommon;
-    mergeConfig(items, { item("function", "SHOWGRAPH", "false") });
+    merge(items, { item("function", "SHOWGRAPH", "false") });
     QVERIFY(!isFunctionEnabled(items, QStringLiteral("SHOWGRAPH")));
-    mergeConfig(items, { item("function", "SHOWGRAPH", "true") });
+    merge(items, { item("function", "SHOWGRAPH", "true") });
     QVERIFY(isFunctionEnabled(items, QStringLiteral("SHOWGRAPH")));
 }
 

@@ -32,6 +32,7 @@ void tst_NetInfoTextRules::durationText_data()
     QTest::newRow("negative in each part") << qlonglong(-3725) << "0-1:0-2:0-5";
     QTest::newRow("most hours of 32 bits")
         << qlonglong(std::numeric_limits<int>::max()) * 3600 << "2147483647:00:00";
+    QTest::newRow("hours have 32 bits") << Q_INT64_C(2147483648) * 3600 << "0-2147483648:00:00";
 }
 
 void tst_NetInfoTextRules::durationText()

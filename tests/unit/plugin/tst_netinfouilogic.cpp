@@ -46,6 +46,9 @@ private slots:
     void durationIsAppended();
     void theNameDecidesTheOperatorsModule_data();
     void theNameDecidesTheOperatorsModule();
+    void readingAgainMergesTheKnownOperator_data();
+    void readingAgainMergesTheKnownOperator();
+    void aSectionIsReplacedOnlyByItsOwnKind();
     void withoutANameTheResultIsOne();
     void theResultIsThatOfTheLastFile();
     void withoutAReaderTheResultIsThirteen();
@@ -145,9 +148,10 @@ void tst_NetInfoUILogic::otherEventsAreIgnored()
     m_log->takeLines();
     for (const int event : { 7999, 8001, 0, -8000 }) {
         QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(event, data), 1);
-        QCOMPARE(m_log->takeLines(),
-                 QStringList({ kSource
-                               + QStringLiteral("StatisticsEventCallBack: CBNotify-%1 ").arg(event) }));
+        QCOMPARE(
+            m_log->takeLines(),
+            QStringList(
+                { kSource + QStringLiteral("StatisticsEventCallBack: CBNotify-%1 ").arg(event) }));
     }
     QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(1, nullptr), 1);
     QCOMPARE(int(spy.count()), 0);
@@ -165,8 +169,8 @@ void tst_NetInfoUILogic::anEventWithoutAnInstanceIsZero()
 {
     unsigned char data[8] = { 1 };
     QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(8000, data), 0);
-    NetInfoUILogic::Instance(); // was not made by the callback
-    QVERIFY(m_log->takeLines().contains(kSource + "Instance: Entered"));
+    QCOMPARE(m_log->takeLines(), // and the callback made none
+             QStringList({ kSource + "StatisticsEventCallBack: CBNotify-8000 " }));
 }
 
 void tst_NetInfoUILogic::aConnectedEventReportsTheLiveFigures()
@@ -287,6 +291,7 @@ void tst_NetInfoUILogic::theHistoryIsFetchedByKey()
     NetInfoUILogic::Instance()->GetHistrorySpecData(-77, data);
     const std::vector<unsigned long long> keys = { 77, 0 };
     QVERIFY(fakeSdk().historyKeys == keys);
+    QVERIFY(fakeSdk().historyCleared);
 }
 
 void tst_NetInfoUILogic::aFailingHistoryLeavesTheRecord()
@@ -322,6 +327,7 @@ void tst_NetInfoUILogic::theLastResetIsInTheSystemsShortForm()
 {
     fakeSdk().reports[2].lastReset = 4102444800u; // 2100: beyond 31 bits
     NetInfoUILogic *const source = NetInfoUILogic::Instance();
+    source->SetCurrerentConnectType(VELQ_CONNECT_TYPE_WLAN);
     m_log->takeLines();
     QString text;
     QCOMPARE(source->GetLastResetTime(text), false);
@@ -329,8 +335,11 @@ void tst_NetInfoUILogic::theLastResetIsInTheSystemsShortForm()
     QCOMPARE(text, QLocale::system().toString(time, QLocale::ShortFormat));
     QVERIFY(!text.isEmpty());
     QCOMPARE(fakeSdk().calls[0].kind, 2);
-    QCOMPARE(m_log->takeLines(), QStringList({ kSource + "GetLastResetTime: Entered",
-                                               kSource + "GetLastResetTime: Exit" }));
+    QCOMPARE(fakeSdk().calls[0].type, 1);
+    QVERIFY(fakeSdk().calls[0].cleared);
+    QCOMPARE(
+        m_log->takeLines(),
+        QStringList({ kSource + "GetLastResetTime: Entered", kSource + "GetLastResetTime: Exit" }));
 }
 
 void tst_NetInfoUILogic::aFailingLastResetIsTrue()
@@ -362,7 +371,8 @@ void tst_NetInfoUILogic::theNameDecidesTheOperatorsModule_data()
     QTest::newRow("common is read once") << QByteArray("common") << 1 << true;
     QTest::newRow("an empty name reads once") << QByteArray("") << 1 << true;
     QTest::newRow("the operator's switch wins") << QByteArray("tele") << 2 << false;
-    QTest::newRow("an operator without a module changes nothing") << QByteArray("none") << 2 << true;
+    QTest::newRow("an operator without a module changes nothing")
+        << QByteArray("none") << 2 << true;
     QTest::newRow("names are case-sensitive") << QByteArray("Common") << 2 << true;
 }
 
@@ -380,12 +390,63 @@ void tst_NetInfoUILogic::theNameDecidesTheOperatorsModule()
              reads);
 }
 
+void tst_NetInfoUILogic::readingAgainMergesTheKnownOperator_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("nameResult");
+    QTest::addColumn<int>("result");
+    QTest::newRow("the name is common") << QByteArray("common") << 0 << 0;
+    QTest::newRow("the name is empty") << QByteArray("") << 0 << 0;
+    QTest::newRow("there is no name") << QByteArray("common") << 5 << 1;
+}
+
+void tst_NetInfoUILogic::readingAgainMergesTheKnownOperator()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(int, nameResult);
+    m_folder->writeConfig(PluginFolder::document(
+        "<function><item name=\"SHOWGRAPH\" value=\"true\"/></function>"
+        "<fluxunit><item name=\"B\"/></fluxunit></module>"
+        "<module name=\"tele\"><function><item name=\"SHOWGRAPH\" value=\"false\"/></function>"
+        "<fluxunit><item name=\"Mo\"/></fluxunit>"));
+    fakeSdk().customizeName = "tele";
+    NetInfoUILogic *const source = NetInfoUILogic::Instance();
+    QCOMPARE(source->Init(), 0);
+    fakeSdk().customizeName = name.constData();
+    fakeSdk().nameResult = nameResult;
+    QTEST(source->getConfigData(), "result");
+    QVERIFY(!source->IsFunctionEnable(QStringLiteral("SHOWGRAPH")));
+    QVector<TagUnits> flux;
+    source->GetFluxUnitData(flux);
+    QCOMPARE(int(flux.size()), 1);
+    QCOMPARE(flux.at(0).name, QStringLiteral("Mo"));
+}
+
+void tst_NetInfoUILogic::aSectionIsReplacedOnlyByItsOwnKind()
+{
+    NetInfoUILogic *const source = NetInfoUILogic::Instance();
+    const QString flux = QStringLiteral("fluxunit");
+    QVector<NetInfoConfig> items(2);
+    items[0].section = flux;
+    items[1].section = QStringLiteral("function");
+    QVector<NetInfoConfig> custom(1);
+    custom[0].section = QStringLiteral("speedunit");
+    source->eraseCommonConfig(flux, items, custom);
+    QCOMPARE(int(items.size()), 2);
+    custom[0].section = flux;
+    custom[0].name = QStringLiteral("Mo");
+    source->eraseCommonConfig(flux, items, custom);
+    QCOMPARE(int(items.size()), 2);
+    QCOMPARE(items.at(0).section, QStringLiteral("function"));
+    QCOMPARE(items.at(1).name, QStringLiteral("Mo"));
+}
+
 void tst_NetInfoUILogic::withoutANameTheResultIsOne()
 {
     fakeSdk().nameResult = 5;
     QCOMPARE(NetInfoUILogic::Instance()->Init(), 1);
-    QVERIFY(m_log->takeLines().contains(
-        "<======== " + kSource + "getConfigData: VELQ_DevSrv_GetCustomizeName failed"));
+    QVERIFY(m_log->takeLines().contains("<======== " + kSource
+                                        + "getConfigData: VELQ_DevSrv_GetCustomizeName failed"));
     QVERIFY(NetInfoUILogic::Instance()->IsFunctionEnable(QStringLiteral("STATISTICS")));
 }
 
@@ -410,9 +471,9 @@ void tst_NetInfoUILogic::anUnterminatedNameIsCut()
 {
     static const QByteArray longName(200, 'x');
     fakeSdk().customizeName = longName.constData(); // fills all 128 bytes
-    m_folder->writeConfig("<velqdoc><group name=\"customize\"><module name=\""
-                          + longName.left(128) + "\"><function><item name=\"A\" value=\"true\"/>"
-                          "</function></module></group></velqdoc>");
+    m_folder->writeConfig("<velqdoc><group name=\"customize\"><module name=\"" + longName.left(128)
+                          + "\"><function><item name=\"A\" value=\"true\"/>"
+                            "</function></module></group></velqdoc>");
     QCOMPARE(NetInfoUILogic::Instance()->Init(), 0);
     QVERIFY(NetInfoUILogic::Instance()->IsFunctionEnable(QStringLiteral("A")));
 }
@@ -430,15 +491,17 @@ void tst_NetInfoUILogic::theOperatorsUnitsReplaceTheCommonOnes()
     m_log->takeLines();
     QVector<TagUnits> flux;
     source->GetFluxUnitData(flux);
-    QCOMPARE(m_log->takeLines(), QStringList({ kSource + "GetFluxUnitData: Entered",
-                                               kSource + "GetFluxUnitData: Exit" }));
+    QCOMPARE(
+        m_log->takeLines(),
+        QStringList({ kSource + "GetFluxUnitData: Entered", kSource + "GetFluxUnitData: Exit" }));
     QCOMPARE(int(flux.size()), 1);
     QCOMPARE(flux.at(0).name, QStringLiteral("Mo"));
     QCOMPARE(flux.at(0).value, 1000000);
     QVector<TagUnits> speed;
     source->GetSpeedUnitData(speed);
-    QCOMPARE(m_log->takeLines(), QStringList({ kSource + "GetSpeedUnitData: Entered",
-                                               kSource + "GetSpeedUnitData: Exit" }));
+    QCOMPARE(
+        m_log->takeLines(),
+        QStringList({ kSource + "GetSpeedUnitData: Entered", kSource + "GetSpeedUnitData: Exit" }));
     QCOMPARE(int(speed.size()), 1);
     QCOMPARE(speed.at(0).langResID, QStringLiteral("IDS"));
 }
