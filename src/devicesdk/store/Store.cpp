@@ -161,14 +161,12 @@ void Store::openWritable()
         m_problem.clear();
         return;
     }
-    if (code == SQLITE_READONLY || code == SQLITE_CANTOPEN || code == SQLITE_PERM) {
-        noteFailure(code);
-        openForReading(StoreState::ReadOnly);
+    if (code == SQLITE_MISMATCH) { // a newer schema; it has told its problem
+        dropConnection();
         return;
     }
-    if (code != SQLITE_MISMATCH) // the newer schema has told its own problem
-        noteFailure(code);
-    dropConnection();
+    noteFailure(code);
+    openForReading(StoreState::ReadOnly);
 }
 
 int Store::openAndMigrate(bool &damaged)
@@ -225,8 +223,10 @@ void Store::openForReading(StoreState state)
         sqlite3_busy_timeout(m_database.handle(), kBusyTimeoutMs);
         check = checkSchema(m_database, schemaMigrations());
     }
-    // WAL needs a side file; where it cannot be made, nobody else can write either.
-    if (check.state == SchemaState::Unreadable && state == StoreState::ReadOnly) {
+    // WAL needs a side file. Where that cannot be made, nobody else can write either; but without
+    // what waits in the log the file alone may be neither new nor whole.
+    if (check.state == SchemaState::Unreadable && state == StoreState::ReadOnly
+        && isEmptyOrMissing(path() + "-wal")) {
         code = m_database.open(immutableUri(path()), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
         if (code == SQLITE_OK)
             check = checkSchema(m_database, schemaMigrations());
@@ -316,8 +316,10 @@ bool Store::commit(const Changes &changes)
         return false;
     if (isDamage(code))
         m_database.preserveFiles();
-    if (code != SQLITE_FULL && code != SQLITE_BUSY)
-        dropConnection(); // the next attempt looks at the file anew, and sets it aside if damaged
+    // What can still be read stays open. Else the next attempt looks at the file anew.
+    std::int64_t types = 0;
+    if (isDamage(code) || m_database.queryInteger("SELECT count(*) FROM reset", types) != SQLITE_OK)
+        dropConnection();
     return false;
 }
 

@@ -101,6 +101,14 @@ bool isNoDatabase(const std::string &path)
         || std::memcmp(start.data(), kMagic, sizeof kMagic) != 0;
 }
 
+bool isEmptyOrMissing(const std::string &path)
+{
+    struct stat status
+    {
+    };
+    return stat(path.c_str(), &status) != 0 || status.st_size == 0;
+}
+
 FileIdentity fileIdentity(const std::string &path)
 {
     struct stat status

@@ -22,6 +22,8 @@ constexpr const char *kLockFileName = "velq.lock";
 //! Whether \a path holds something that cannot be a database, so that SQLite need not touch it.
 [[nodiscard]] bool isNoDatabase(const std::string &path);
 
+[[nodiscard]] bool isEmptyOrMissing(const std::string &path);
+
 /*! Which file a path names, so that a replaced one is noticed. */
 struct FileIdentity
 {
