@@ -51,12 +51,12 @@ std::string trimmedName(const std::string &text)
 std::string customizeName(const std::string &directory)
 {
     if (const char *value = std::getenv("VELQ_CUSTOMIZE_NAME")) {
-        const std::string name = trimmedName(value);
+        std::string name = trimmedName(value);
         if (!name.empty())
             return name;
     }
     if (!directory.empty()) {
-        const std::string name = trimmedName(fileStart(directory + "/customize-name"));
+        std::string name = trimmedName(fileStart(directory + "/customize-name"));
         if (!name.empty())
             return name;
     }

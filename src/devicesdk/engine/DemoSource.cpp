@@ -32,7 +32,7 @@ DemoSpeed demoSpeed(std::int64_t second)
     // A minute in phases: reading pages, a film, an upload, a large download, little.
     struct Phase
     {
-        std::int64_t until;
+        std::int64_t until = 0;
         DemoSpeed base;
     };
     constexpr Phase kPhases[] = { { 8, { 180000, 30000 } },

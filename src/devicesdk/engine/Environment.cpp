@@ -23,7 +23,7 @@ bool isAbsolute(const std::string &path)
 
 std::string homeDirectory()
 {
-    const std::string home = variable("HOME");
+    std::string home = variable("HOME");
     if (isAbsolute(home))
         return home;
     passwd entry {};

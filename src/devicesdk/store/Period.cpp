@@ -55,7 +55,7 @@ std::int64_t firstInstant(const Date &date)
     const std::int64_t wanted = normalised(date);
     // mktime() may answer either side of a skipped midnight and either of two midnights. The
     // longest known change is a whole day (a country that crossed the date line).
-    constexpr int kSteps = int(26 * 3600 / kBucketSeconds);
+    constexpr int kSteps = int(26 * std::int64_t(3600) / kBucketSeconds);
     for (int i = 0; i < kSteps && localDate(instant - kBucketSeconds) >= wanted; ++i)
         instant -= kBucketSeconds;
     for (int i = 0; i < kSteps && localDate(instant) < wanted; ++i)

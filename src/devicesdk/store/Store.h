@@ -66,7 +66,7 @@ public:
 private:
     struct CachedSum
     {
-        int type;
+        int type = 0;
         Span span;
         Totals totals;
     };

@@ -142,7 +142,8 @@ NetworkPair::~NetworkPair()
 QByteArray NetworkPair::enter()
 {
     if (unshare(CLONE_NEWNET) != 0 && (!becomeRootOfUserNamespace() || unshare(CLONE_NEWNET) != 0))
-        return QByteArray("network namespaces are not allowed here: ") + std::strerror(errno);
+        return QByteArray("network namespaces are not allowed here: ")
+            + QByteArray(std::strerror(errno));
     std::thread([this] {
         if (unshare(CLONE_NEWNET) == 0)
             m_there = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
