@@ -30,6 +30,8 @@ void NetInfoTextMeter::useFont(const QFont &font)
 bool NetInfoTextMeter::surelyFits(const QFont &font, const QString &text, int limit)
 {
     useFont(font);
+    if (limit < 0)
+        return false;
     // The sum lacks only kerning, which moves Latin letters by far less than a tenth of their
     // width.
     const qreal allowed = limit * 0.9;

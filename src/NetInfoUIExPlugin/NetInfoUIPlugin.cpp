@@ -30,8 +30,8 @@ int CNetInfoUIPlugin::GetLastError()
 
 void CNetInfoUIPlugin::OnDestroy()
 {
+    m_service = nullptr; // first: the host may call while its pages go
     CNetInfoUIService::Destroy();
-    m_service = nullptr;
 }
 
 bool CNetInfoUIPlugin::Init()

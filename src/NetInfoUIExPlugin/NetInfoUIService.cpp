@@ -14,7 +14,7 @@ constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
 constexpr unsigned int kLanguageChanged = 320;
 constexpr unsigned int kStoredStatisticsChanged = 837;
 
-//! Puts \a page into \a rect of \a parent; it is hidden afterwards.
+//! Puts \a page into \a rect of \a parent.
 void placePage(QWidget *page, QWidget *parent, const QRect &rect, int sideMargin)
 {
     page->setParent(parent);
@@ -43,11 +43,12 @@ CNetInfoUIService *CNetInfoUIService::instance()
 
 void CNetInfoUIService::Destroy()
 {
-    if (!m_pInstance)
-        return;
-    m_pInstance->OnDestroy();
-    delete m_pInstance;
+    // Cleared first: what the host does as its pages go may lead here again.
+    CNetInfoUIService *const dying = m_pInstance;
     m_pInstance = nullptr;
+    if (dying)
+        dying->OnDestroy();
+    delete dying;
 }
 
 CNetInfoUIService::CNetInfoUIService()
@@ -66,14 +67,9 @@ CNetInfoUIService::~CNetInfoUIService()
 bool CNetInfoUIService::Init()
 {
     NETINFO_TRACE_CALL("%s: %s: called", kSource);
-    if (m_page->initialised) // the host may call twice; nothing is built twice
-        return true;
-    m_page->initialised = true;
+    // The host may call twice: what is there is not built again, and what died with a window is.
     createAuxiliaryWidgets();
-    m_page->source = NetInfoUILogic::Instance();
-    translateLabels();
-    if (m_page->source)
-        startStatistics();
+    startStatistics();
     createMainWidget();
     createRightClickActions();
     createOperatorPage();
@@ -82,8 +78,16 @@ bool CNetInfoUIService::Init()
 
 void CNetInfoUIService::startStatistics()
 {
-    NetInfoUILogic *const source = m_page->source;
+    if (m_page->source)
+        return;
+    NetInfoUILogic *const source = NetInfoUILogic::Instance();
+    m_page->source = source;
+    translateLabels();
+    if (!source)
+        return;
     source->Init();
+    m_tree->fluxUnits.clear();
+    m_tree->speedUnits.clear();
     source->GetFluxUnitData(m_tree->fluxUnits);
     source->GetSpeedUnitData(m_tree->speedUnits);
     m_page->dataLimitEnabled = isFunctionEnabled("DATAVOLUMELIMIT");
@@ -224,10 +228,11 @@ bool CNetInfoUIService::IsActiveSetting()
 
 bool CNetInfoUIService::OnClickSettingOkButton()
 {
-    if (m_page->settings && !m_page->settings->SaveNetInfoSettings()) {
-        m_page->settingsActive = true;
-        return false;
-    }
+    // Saving may show a message, in whose event loop the host may destroy the controller.
+    const QPointer<CNetInfoUIService> self(this);
+    const bool saved = !m_page->settings || m_page->settings->SaveNetInfoSettings();
+    if (!self || !saved)
+        return saved;
     m_page->settingsActive = false;
     if (m_page->settings)
         detach(m_page->settings->pageWidget());

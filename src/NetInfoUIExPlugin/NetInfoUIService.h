@@ -140,7 +140,8 @@ private:
     void applyColumnWidth();
     [[nodiscard]] bool isFunctionEnabled(const char *name) const;
 
-    QTreeWidgetItem *addRow(int row, const QString &text);
+    void setUpTree(QItemDelegate *delegate);
+    void addRow(int row, const QString &text);
     void applySwitch(int row);
     void writeRow(int row, const QString &text, const QIcon &icon);
     void writeRow(int row, const QString &text);

@@ -6,6 +6,7 @@
 #include <QTreeWidget>
 
 #include <new>
+#include <utility>
 
 #include "NetInfoLog.h"
 #include "NetInfoUIService_p.h"
@@ -18,6 +19,8 @@ constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
 
 void CNetInfoUIService::createRightClickActions()
 {
+    if (m_tree->resetAll)
+        return;
     m_tree->resetAll = new (std::nothrow) QAction(this);
     m_tree->expandAll = new (std::nothrow) QAction(this);
     m_tree->collapseAll = new (std::nothrow) QAction(this);
@@ -58,11 +61,19 @@ void CNetInfoUIService::showTreeContextMenu(const QPoint &position)
         && m_tree->collapseAll && m_page->source;
     if (!complete)
         return;
-    // The menu runs an event loop in which the host may destroy the tree, and the menu with it.
+    // The menu runs an event loop in which the host may destroy the controller, or the tree and
+    // with it the menu.
+    const QPointer<CNetInfoUIService> self(this);
     const QPointer<QMenu> menu = new QMenu(m_tree->tree);
     fillTreeContextMenu(menu);
+    m_tree->menuOpen = true;
     menu->exec(m_tree->tree->viewport()->mapToGlobal(position));
     delete menu;
+    if (!self)
+        return;
+    m_tree->menuOpen = false;
+    if (std::exchange(m_tree->resetPicked, false))
+        onResetButtonClicked();
 }
 
 void CNetInfoUIService::expandAll()
@@ -81,5 +92,10 @@ void CNetInfoUIService::collapseAll()
 
 void CNetInfoUIService::resetStatistics()
 {
-    onResetButtonClicked();
+    // Picked in the open menu: the question waits until the menu's own handlers have ended, because
+    // the host may destroy the menu while it is open.
+    if (m_tree->menuOpen)
+        m_tree->resetPicked = true;
+    else
+        onResetButtonClicked();
 }

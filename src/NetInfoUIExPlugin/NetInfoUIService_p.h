@@ -75,7 +75,6 @@ enum NetInfoTreeLabel {
 //! The pages and what they are made of. Widgets die with the host's windows.
 struct CNetInfoUIService::Page
 {
-    bool initialised = false;
     QPointer<QWidget> mainWidget; // the normal page: kept hidden by ShowWindow
     QPointer<QSplitter> splitter;
     QPointer<QWidget> leftArea;
@@ -108,6 +107,8 @@ struct CNetInfoUIService::TreeRows
     QPointer<QAction> resetAll;
     QPointer<QAction> expandAll;
     QPointer<QAction> collapseAll;
+    bool menuOpen = false;
+    bool resetPicked = false; // in the open menu; asked when it has closed
 };
 
 //! The last reported and fetched figures.

@@ -31,6 +31,8 @@ constexpr const char *kLabelKeys[LabelCount]
 
 void CNetInfoUIService::createAuxiliaryWidgets()
 {
+    if (m_page->content)
+        return;
     m_page->content = new QWidget;
     QVBoxLayout *const rows = new QVBoxLayout(m_page->content);
     m_page->caption = new QLabel(m_page->content);
@@ -54,12 +56,15 @@ void CNetInfoUIService::createOperatorPage()
 
 void CNetInfoUIService::createMainWidget()
 {
+    if (m_page->mainWidget)
+        return;
     QWidget *const page = new (std::nothrow) QWidget;
     QHBoxLayout *const layout = page ? new (std::nothrow) QHBoxLayout(page) : nullptr;
     m_page->mainWidget = page;
     m_page->splitter = layout ? new (std::nothrow) QSplitter(page) : nullptr;
     if (!m_page->splitter || !m_page->source) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for a Widget", kSource);
+        delete page;
         return;
     }
     m_page->mainWidget->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetParent"));

@@ -78,29 +78,22 @@ void GridDelegateLayout::drawFocus(QPainter *painter, const QStyleOptionViewItem
 
 void CNetInfoUIService::createStatisticsWidget()
 {
+    if (m_tree->tree)
+        return;
     QTreeWidget *const tree = new (std::nothrow) QTreeWidget;
-    GridDelegateLayout *const delegate
-        = tree ? new (std::nothrow) GridDelegateLayout(tree) : nullptr;
-    if (!tree || !delegate || !m_page->leftLayout) {
+    QItemDelegate *const delegate = tree ? new (std::nothrow) GridDelegateLayout(tree) : nullptr;
+    QTreeWidgetItem *const transfer = delegate ? new (std::nothrow) QTreeWidgetItem(tree) : nullptr;
+    QTreeWidgetItem *const statistics
+        = transfer ? new (std::nothrow) QTreeWidgetItem(tree) : nullptr;
+    if (!statistics || !m_page->leftLayout) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
         delete tree;
         return;
     }
     m_tree->tree = tree;
-    connect(tree, SIGNAL(destroyed()), this, SLOT(forgetTree()));
-    tree->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetTree"));
-    tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(tree, SIGNAL(customContextMenuRequested(const QPoint &)), this,
-            SLOT(showTreeContextMenu(const QPoint &)));
-    tree->setHeaderHidden(true);
-    tree->header()->setStretchLastSection(false); // else the only column has the view's width
-    tree->setRootIsDecorated(false);
-    tree->setUniformRowHeights(true); // else each new text is laid out to learn its height
-    tree->setTextElideMode(Qt::ElideNone);
-    tree->setSelectionBehavior(QAbstractItemView::SelectItems);
-    tree->setItemDelegate(delegate);
-    tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    tree->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_tree->items[TransferNode] = transfer;
+    m_tree->items[StatisticsNode] = statistics;
+    setUpTree(delegate);
     const bool named = isPluginAvailable(QLatin1String(NETINFO_DIALUP_PLUGIN));
     addRow(TransferNode, transferText(named ? "IDS_DIALUP_TRANSFER" : nullptr));
     if (isFunctionEnabled("TRANSFERTIME"))
@@ -110,6 +103,26 @@ void CNetInfoUIService::createStatisticsWidget()
     m_page->leftLayout->addWidget(tree);
     applySwitch(TransferNode);
     addStatisticsNodeComponets();
+}
+
+void CNetInfoUIService::setUpTree(QItemDelegate *delegate)
+{
+    QTreeWidget *const tree = m_tree->tree;
+    connect(tree, SIGNAL(destroyed()), this, SLOT(forgetTree()));
+    tree->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetTree"));
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tree, SIGNAL(customContextMenuRequested(const QPoint &)), this,
+            SLOT(showTreeContextMenu(const QPoint &)));
+    tree->setHeaderHidden(true);
+    tree->setRootIsDecorated(false);
+    tree->setTextElideMode(Qt::ElideNone);
+    tree->setSelectionBehavior(QAbstractItemView::SelectItems);
+    tree->setItemDelegate(delegate);
+    tree->setUniformRowHeights(true); // else each new text is laid out to learn its height
+    tree->header()->setStretchLastSection(false); // else the only column has the view's width
+    tree->setColumnWidth(0, m_tree->firstColumnWidth);
+    tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tree->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
 void CNetInfoUIService::addUpLoadWidgetStatisticsWidget()
@@ -184,7 +197,7 @@ void CNetInfoUIService::addNoteInTree()
     constexpr const char *meters[]
         = { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
             "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" };
-    if (!m_tree->tree || !m_page->source || !m_page->leftArea)
+    if (!m_tree->tree || !m_page->source || !m_page->leftArea || m_tree->items[NotesItem])
         return;
     QList<QWidget *> found;
     for (const char *name : meters) {
@@ -196,8 +209,8 @@ void CNetInfoUIService::addNoteInTree()
     for (QWidget *meter : found)
         meter->setVisible(false);
 
-    QTreeWidgetItem *const spacer = new QTreeWidgetItem(m_tree->tree);
-    spacer->setFlags(spacer->flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
+    if (QTreeWidgetItem *const spacer = new (std::nothrow) QTreeWidgetItem(m_tree->tree))
+        spacer->setFlags(spacer->flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
     addRow(NotesItem, nodeText(NotesItem));
     m_tree->tree->setExpandsOnDoubleClick(true);
     applySwitch(NotesItem);
@@ -238,28 +251,33 @@ void CNetInfoUIService::enableScroll()
 
 void CNetInfoUIService::forgetTree()
 {
+    if (m_tree->tree && sender() != m_tree->tree)
+        return; // another one has taken its place
+    m_tree->tree = nullptr;
     for (QTreeWidgetItem *&item : m_tree->items)
         item = nullptr;
 }
 
-QTreeWidgetItem *CNetInfoUIService::addRow(int row, const QString &text)
+void CNetInfoUIService::addRow(int row, const QString &text)
 {
+    QTreeWidgetItem *&item = m_tree->items[row];
     const RowSpec &spec = kRows[row];
-    QTreeWidgetItem *const item = spec.parent == kTopLevel
-        ? new QTreeWidgetItem(m_tree->tree)
-        : new QTreeWidgetItem(m_tree->items[spec.parent]);
-    m_tree->items[row] = item;
+    if (!item && spec.parent == kTopLevel)
+        item = new (std::nothrow) QTreeWidgetItem(m_tree->tree);
+    else if (!item && m_tree->items[spec.parent])
+        item = new (std::nothrow) QTreeWidgetItem(m_tree->items[spec.parent]);
+    if (!item)
+        return; // no memory: the updates skip the row
     item->setText(0, text);
     if (spec.icon)
         item->setIcon(0, rowIcon(row));
     item->setExpanded(true);
-    return item;
 }
 
 void CNetInfoUIService::applySwitch(int row)
 {
     // Only an item that is in the tree can be hidden.
-    if (!isFunctionEnabled(kRows[row].function))
+    if (m_tree->items[row] && !isFunctionEnabled(kRows[row].function))
         m_tree->items[row]->setHidden(true);
 }
 

@@ -60,6 +60,7 @@ void tst_NetInfoTextMeter::aNarrowTextNeedsNoMeasuring()
     QVERIFY(meter.surelyFits(QFont(), text, width + width / 4));
     QVERIFY(!meter.surelyFits(QFont(), text, width));
     QVERIFY(!meter.surelyFits(QFont(), text, -5));
+    QVERIFY(!meter.surelyFits(QFont(), QString(), -1));
     QVERIFY(meter.surelyFits(QFont(), QString(), 0));
 }
 

@@ -25,6 +25,7 @@ private slots:
     void aQueryAfterDestroyMakesANewController();
     void metacastResolvesTheInterfaces();
     void aControllerThatWasNotInitialisedSurvives();
+    void theHostMayDestroyAgainWhileThePagesGo();
 };
 
 void tst_NetInfoUIPlugin::theExportGivesOneObject()
@@ -186,7 +187,42 @@ void tst_NetInfoUIPlugin::aControllerThatWasNotInitialisedSurvives()
     plugin.Hide();
     QCOMPARE(plugin.Notify(320, 0, 0), 0);
     QCOMPARE(plugin.Notify(837, 0, 0), 0);
+    QObject *out = nullptr;
+    plugin.QueryInterface(4098, &out);
+    auto *const service = static_cast<CNetInfoUIService *>(out);
+    QVERIFY(service->ShowSettingDialog(m_window.data(), rect));
+    QVERIFY(service->HideSetting());
+    QVERIFY(service->OnClickSettingOkButton());
+    QVERIFY(service->OnClickSettingCancelButton());
+    QVERIFY(!service->IsActiveSetting());
+    QCOMPARE(service->GetWindowTitle(), QStringLiteral("IDS_SETTING_NAME"));
+    fakeHost().messageAnswer = 1024;
+    service->onResetButtonClicked();
+    QVERIFY(fakeSdk().resets.empty());
+    service->expandAll();
+    service->collapseAll();
+    service->enableScroll();
+    service->movedSplitter(1, 2);
+    service->addNoteInTree();
+    service->updateTransferStrings();
+    service->updateStatisticsStrings();
+    service->updateRightClickItems();
+    service->checkTreeColumnWidth(nullptr);
     plugin.OnDestroy();
+}
+
+void tst_NetInfoUIPlugin::theHostMayDestroyAgainWhileThePagesGo()
+{
+    CNetInfoUIPlugin plugin;
+    plugin.Init();
+    int calls = 0;
+    connect(widget("NetInfoUIPlugin_WidgetTree"), &QObject::destroyed, this, [&] {
+        ++calls;
+        plugin.OnDestroy();
+        QCOMPARE(plugin.DoModal(), -1);
+    });
+    plugin.OnDestroy();
+    QCOMPARE(calls, 1);
 }
 
 QTEST_MAIN(tst_NetInfoUIPlugin)

@@ -7,53 +7,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-#include "NetInfoSettingsPage.h"
 #include "NetInfoUILogic.h"
 #include "PluginTest.h"
-
-namespace {
-
-class FakeSettingsPage : public NetInfoSettingsPage
-{
-public:
-    void ShowNetInfoSettingDlg(QWidget *parent, QRect &rect) override
-    {
-        page.setParent(parent);
-        page.setGeometry(rect);
-        page.show();
-    }
-    bool HideNetInfoSetting() override
-    {
-        page.hide();
-        return hideResult;
-    }
-    bool SaveNetInfoSettings() override
-    {
-        ++saves;
-        return saveResult;
-    }
-    void CancelNetInfoSetting() override
-    {
-        ++cancels;
-    }
-    void SetLanguage() override
-    {
-        ++languages;
-    }
-    QWidget *pageWidget() const override
-    {
-        return const_cast<QWidget *>(&page);
-    }
-
-    QWidget page;
-    bool saveResult = true;
-    bool hideResult = true;
-    int saves = 0;
-    int cancels = 0;
-    int languages = 0;
-};
-
-} // namespace
 
 class tst_NetInfoUIService : public PluginTest
 {
@@ -73,13 +28,11 @@ private slots:
     void onlyTwoMessagesDoAnything();
     void theLanguageReachesEveryText();
     void hostWindowsMayDieFirst();
+    void initRebuildsWhatDiedWithAWindow();
+    void thePagesGoBeforeTheSource();
     void theModuleNameNeedsALimit_data();
     void theModuleNameNeedsALimit();
     void switchingIsAnsweredInWords();
-    void settingsWithoutAPageAreHarmless();
-    void settingsArePassedToThePage();
-    void aFailedSaveKeepsTheDialogActive();
-    void cancelDetachesThePage();
     void theSplitterIsWatchedOnlyWithoutLimits_data();
     void theSplitterIsWatchedOnlyWithoutLimits();
     void pluginsAreAskedOfTheContainer();
@@ -270,18 +223,14 @@ void tst_NetInfoUIService::theLanguageReachesEveryText()
 {
     fakeHost().availablePlugins << QStringLiteral("D0B83E56-19F2-4C6A-B7E4-05A9C31D8F62");
     CNetInfoUIService *const service = start();
-    FakeSettingsPage settings;
-    service->setSettingsPage(&settings);
     show();
     fakeHost().language = QStringLiteral(".de");
     QCOMPARE(service->Notify(320, 0, 0), 0);
     for (const QString &text : rows())
         QVERIFY2(text.contains(QLatin1String(".de")), qPrintable(text));
     QVERIFY(row(QStringLiteral("IDS_TREE_TRANSFER.de IDS_DIALUP_TRANSFER.de")));
-    QCOMPARE(settings.languages, 1);
     QCOMPARE(tree()->columnWidth(0), 280);
     QCOMPARE(tree()->minimumWidth(), 1);
-    service->setSettingsPage(nullptr);
 }
 
 void tst_NetInfoUIService::hostWindowsMayDieFirst()
@@ -304,6 +253,32 @@ void tst_NetInfoUIService::hostWindowsMayDieFirst()
     service->showTreeContextMenu(QPoint(1, 1));
     sendStatisticsEvent(true);
     QVERIFY(!service->updateStoredStatistics());
+}
+
+void tst_NetInfoUIService::initRebuildsWhatDiedWithAWindow()
+{
+    CNetInfoUIService *const service = start();
+    const QStringList before = rows();
+    show();
+    m_window.reset(new QWidget);
+    QVERIFY(!tree());
+    QVERIFY(service->Init());
+    QCOMPARE(rows(), before);
+    show();
+    QVERIFY(widget("NetInfoSettingDlg_MainWidget")->isVisible());
+    QCOMPARE(fakeSdk().registered, 1);
+}
+
+void tst_NetInfoUIService::thePagesGoBeforeTheSource()
+{
+    start();
+    show();
+    bool sourceWasThere = false;
+    connect(widget("NetInfoUIPlugin_WidgetParent"), &QObject::destroyed, this,
+            [&] { sourceWasThere = fakeSdkHasCallback(); });
+    CNetInfoUIService::Destroy();
+    QVERIFY(sourceWasThere);
+    QVERIFY(!fakeSdkHasCallback());
 }
 
 void tst_NetInfoUIService::theModuleNameNeedsALimit_data()
@@ -331,68 +306,6 @@ void tst_NetInfoUIService::switchingIsAnsweredInWords()
     QVERIFY(service->IsTopWindow());
     QCOMPARE(service->GetWindowTitle(), QStringLiteral("IDS_SETTING_NAME"));
     service->SwitchWindow();
-}
-
-void tst_NetInfoUIService::settingsWithoutAPageAreHarmless()
-{
-    ISettingUIPlugin *const service = start();
-    QRect rect(0, 0, 10, 10);
-    QVERIFY(service->ShowSettingDialog(m_window.data(), rect));
-    QVERIFY(!service->IsActiveSetting());
-    QVERIFY(service->HideSetting());
-    QVERIFY(service->OnClickSettingOkButton());
-    QVERIFY(service->OnClickSettingCancelButton());
-}
-
-void tst_NetInfoUIService::settingsArePassedToThePage()
-{
-    CNetInfoUIService *const service = start();
-    FakeSettingsPage settings;
-    service->setSettingsPage(&settings);
-    QRect rect(1, 2, 30, 40);
-    QVERIFY(service->ShowSettingDialog(m_window.data(), rect));
-    QVERIFY(service->IsActiveSetting());
-    QCOMPARE(settings.page.parentWidget(), m_window.data());
-    QCOMPARE(settings.page.geometry(), rect);
-    settings.hideResult = false;
-    QVERIFY(!service->HideSetting());
-    settings.hideResult = true;
-    QVERIFY(service->HideSetting());
-    QVERIFY(service->OnClickSettingOkButton());
-    QCOMPARE(settings.saves, 1);
-    QVERIFY(!service->IsActiveSetting());
-    QVERIFY(!settings.page.parentWidget());
-    service->setSettingsPage(nullptr);
-}
-
-void tst_NetInfoUIService::aFailedSaveKeepsTheDialogActive()
-{
-    CNetInfoUIService *const service = start();
-    FakeSettingsPage settings;
-    settings.saveResult = false;
-    service->setSettingsPage(&settings);
-    QRect rect(0, 0, 10, 10);
-    service->ShowSettingDialog(m_window.data(), rect);
-    QVERIFY(!service->OnClickSettingOkButton());
-    QVERIFY(service->IsActiveSetting());
-    QCOMPARE(settings.page.parentWidget(), m_window.data());
-    settings.page.setParent(nullptr);
-    service->setSettingsPage(nullptr);
-}
-
-void tst_NetInfoUIService::cancelDetachesThePage()
-{
-    CNetInfoUIService *const service = start();
-    FakeSettingsPage settings;
-    service->setSettingsPage(&settings);
-    QRect rect(0, 0, 10, 10);
-    service->ShowSettingDialog(m_window.data(), rect);
-    QVERIFY(service->OnClickSettingCancelButton());
-    QCOMPARE(settings.cancels, 1);
-    QCOMPARE(settings.saves, 0);
-    QVERIFY(!service->IsActiveSetting());
-    QVERIFY(!settings.page.parentWidget());
-    service->setSettingsPage(nullptr);
 }
 
 void tst_NetInfoUIService::theSplitterIsWatchedOnlyWithoutLimits_data()

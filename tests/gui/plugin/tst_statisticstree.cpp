@@ -1,5 +1,6 @@
 #include "NetInfoUIService.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QLabel>
 #include <QTreeWidget>
@@ -33,6 +34,9 @@ private slots:
     void aSwitchHidesItsBranch();
     void withoutTransferTimeTheRowDoesNotExist();
     void withoutASourceTheBuildersStop();
+    void theColumnIs280AtFirst();
+    void buildersDoubleNothing();
+    void theBoundaryIsExact();
     void upTo280NothingWidens();
     void from281TheColumnWidens();
     void ancestorsCountAsIndentation();
@@ -146,7 +150,8 @@ void tst_StatisticsTree::aSwitchHidesItsBranch()
     start({ name });
     QTEST(int(rows().size()), "left");
     for (const QString &text : rows())
-        QVERIFY2(text.trimmed() != gone, qPrintable(text));
+        QVERIFY2(text.trimmed() != gone && !text.trimmed().startsWith(gone + ' '),
+                 qPrintable(text));
     // Hidden rows are still there, and the live update goes on.
     QVERIFY(CNetInfoUIService::instance()->updateStoredStatistics());
 }
@@ -156,6 +161,8 @@ void tst_StatisticsTree::withoutTransferTimeTheRowDoesNotExist()
     start({ "TRANSFERTIME" });
     for (QTreeWidgetItemIterator it(tree()); *it; ++it)
         QVERIFY(!(*it)->text(0).startsWith(QLatin1String("IDS_TREE_TIME_TRANSFER")));
+    sendStatisticsEvent(true);
+    CNetInfoUIService::instance()->Notify(320, 0, 0);
     sendStatisticsEvent(true);
     QCOMPARE(int(rows().size()), 18);
     QVERIFY(row(QStringLiteral("IDS_TREE_TRANSFER IDS_DIALUP_TRANSFER")));
@@ -184,6 +191,45 @@ void tst_StatisticsTree::withoutASourceTheBuildersStop()
                            line("addStatisticsMonthlyNode: InVal Args"),
                            line("addStatisticsYearlyNode: InVal Args") }));
     QVERIFY(!tree());
+}
+
+void tst_StatisticsTree::theColumnIs280AtFirst()
+{
+    useNarrowFont();
+    start({ "DATAVOLUMELIMIT", "TIMEVOLUMELIMIT" });
+    QCOMPARE(tree()->columnWidth(0), 280);
+    show();
+    QCOMPARE(tree()->columnWidth(0), 280);
+}
+
+void tst_StatisticsTree::buildersDoubleNothing()
+{
+    CNetInfoUIService *const service = start();
+    const QStringList before = rows();
+    service->createMainWidget();
+    service->createStatisticsWidget();
+    service->addStatisticsNodeComponets();
+    service->addUpLoadWidgetStatisticsWidget();
+    service->createRightClickActions();
+    QCOMPARE(rows(), before);
+    QCOMPARE(int(service->findChildren<QAction *>().size()), 3);
+}
+
+void tst_StatisticsTree::theBoundaryIsExact()
+{
+    CNetInfoUIService *const service = start();
+    QTreeWidgetItem *const item = row(QStringLiteral("IDS_TREE_STATISTICS"));
+    item->setText(0, QString());
+    tree()->setIndentation(140); // counted twice at the top
+    service->checkTreeColumnWidth(item);
+    QCOMPARE(tree()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    while (requiredBy(tree(), item, 0) % 2 == 0)
+        item->setText(0, item->text(0) + QLatin1Char('i'));
+    tree()->setIndentation(tree()->indentation() - (requiredBy(tree(), item, 0) - 281) / 2);
+    QCOMPARE(requiredBy(tree(), item, 0), 281);
+    service->checkTreeColumnWidth(item);
+    QCOMPARE(tree()->columnWidth(0), 281);
+    QCOMPARE(tree()->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
 }
 
 void tst_StatisticsTree::upTo280NothingWidens()

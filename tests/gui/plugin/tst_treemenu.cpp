@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QTimer>
 #include <QTreeWidget>
@@ -35,6 +36,13 @@ private slots:
     void theMenuOpensOnRequest();
     void theHostMayDestroyWhileTheMenuIsOpen();
     void withoutATreeNoMenuOpens();
+    void aResetPickedInTheMenuAsksWhenItHasClosed();
+    void theHostMayDestroyAtAResetPickedInTheMenu();
+    void aRealRightClickOpensTheMenu();
+
+private:
+    //! Opens the menu and picks its first action with the keyboard.
+    void pickReset();
 };
 
 void tst_TreeMenu::theActionsHaveTheirNames()
@@ -136,6 +144,58 @@ void tst_TreeMenu::withoutATreeNoMenuOpens()
 {
     CNetInfoUIService::instance()->showTreeContextMenu(QPoint(0, 0));
     QVERIFY(!QApplication::activePopupWidget());
+}
+
+void tst_TreeMenu::pickReset()
+{
+    start();
+    show();
+    widget("NetInfoUIPlugin_WidgetParent")->show();
+    QTimer::singleShot(0, this, [] {
+        QWidget *const menu = QApplication::activePopupWidget();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    emit tree()->customContextMenuRequested(QPoint(3, 4));
+}
+
+void tst_TreeMenu::aResetPickedInTheMenuAsksWhenItHasClosed()
+{
+    bool open = true;
+    fakeHost().duringMessage = [&] { open = QApplication::activePopupWidget() != nullptr; };
+    pickReset();
+    QCOMPARE(int(fakeHost().messages.size()), 1);
+    QVERIFY(!open);
+    CNetInfoUIService::instance()->resetStatistics(); // outside the menu at once
+    QCOMPARE(int(fakeHost().messages.size()), 2);
+}
+
+void tst_TreeMenu::theHostMayDestroyAtAResetPickedInTheMenu()
+{
+    fakeHost().messageAnswer = 1024;
+    fakeHost().duringMessage = [] { CNetInfoUIService::Destroy(); };
+    pickReset();
+    QCOMPARE(int(fakeHost().messages.size()), 1);
+    QVERIFY(fakeSdk().resets.empty());
+    QVERIFY(!tree());
+}
+
+void tst_TreeMenu::aRealRightClickOpensTheMenu()
+{
+    start();
+    show();
+    widget("NetInfoUIPlugin_WidgetParent")->show();
+    bool opened = false;
+    QTimer::singleShot(0, this, [&] {
+        opened = QApplication::activePopupWidget() != nullptr;
+        CNetInfoUIService::Destroy(); // also while the event is being delivered
+    });
+    QWidget *const viewport = tree()->viewport();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5),
+                            viewport->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(viewport, &event);
+    QVERIFY(opened);
+    QVERIFY(!tree());
 }
 
 QTEST_MAIN(tst_TreeMenu)
