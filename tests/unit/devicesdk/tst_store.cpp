@@ -27,6 +27,7 @@ private slots:
     void damagedFilesAreSetAside_data();
     void damagedFilesAreSetAside();
     void sideFilesAreSetAsideToo();
+    void aDamagedDatabaseKeepsItsLog();
     void aNameThatIsTakenIsNotOverwritten();
     void anEmptyFileIsANewStore();
     void aFileThatIsRemovedIsBegunAnew();
@@ -260,6 +261,28 @@ void tst_Store::sideFilesAreSetAsideToo()
     QCOMPARE(store.state(), StoreState::Writable);
     QCOMPARE(folder.content("velq.db.damaged-20310305-120000-wal"), QByteArray("left over"));
     QVERIFY(folder.entries().contains("velq.db.damaged-20310305-120000-shm"));
+}
+
+void tst_Store::aDamagedDatabaseKeepsItsLog()
+{
+    const StoreFolder source;
+    makeStore(source, 100);
+    Store open(source.options());
+    QVERIFY(open.commit(amounts(kNow, 7))); // it is in the log only
+    QByteArray content = source.content("velq.db");
+    const QByteArray log = source.content("velq.db-wal");
+    QVERIFY(!log.isEmpty());
+    content.replace(8192, 4096, QByteArray(4096, '\x55')); // a page that the log does not hold
+
+    const StoreFolder folder;
+    folder.write("velq.db", content);
+    folder.write("velq.db-wal", log);
+    Store store(folder.options());
+    store.open();
+    QCOMPARE(store.state(), StoreState::Writable);
+    QVERIFY2(contains(store.problem(), "set aside"), store.problem().c_str());
+    QCOMPARE(folder.content("velq.db.damaged-20310305-120000"), content);
+    QCOMPARE(folder.content("velq.db.damaged-20310305-120000-wal"), log);
 }
 
 void tst_Store::aNameThatIsTakenIsNotOverwritten()
