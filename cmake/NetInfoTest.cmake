@@ -16,6 +16,8 @@ if(NETINFO_QT EQUAL 6 AND Qt6_VERSION VERSION_GREATER_EQUAL 6.7)
   target_compile_options(netinfo_test_flags INTERFACE -Wno-conversion)
 endif()
 
+add_custom_target(tests_threads) # what the thread sanitizer needs, and nothing else
+
 function(netinfo_add_test name)
   cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
   if(NOT arg_TIMEOUT)
@@ -25,6 +27,9 @@ function(netinfo_add_test name)
   netinfo_target(${name})
   target_link_libraries(${name} PRIVATE ${arg_LIBS} Qt::Test netinfo_test_flags)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  if("threads" IN_LIST arg_LABELS)
+    add_dependencies(tests_threads ${name})
+  endif()
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(
     ${name} PROPERTIES ENVIRONMENT "${NETINFO_TEST_ENVIRONMENT}" LABELS "${arg_LABELS}"

@@ -251,9 +251,7 @@ void CNetInfoUIService::enableScroll()
 
 void CNetInfoUIService::forgetTree()
 {
-    if (m_tree->tree && sender() != m_tree->tree)
-        return; // another one has taken its place
-    m_tree->tree = nullptr;
+    m_tree->tree = nullptr; // no longer a tree: its destructor is running
     for (QTreeWidgetItem *&item : m_tree->items)
         item = nullptr;
 }

@@ -118,7 +118,9 @@ void tst_CommonUtils::numbersFollowTheLocale_data()
     for (const char *locale :
          { "C", "de_DE", "en_US", "fr_FR", "es_ES", "ar_EG", "ar_SA", "fa_IR" }) {
         for (const quint64 bytes : { 0, 7, 105, 1234, 98765, 12345678 })
-            QTest::addRow("%s %llu", locale, bytes) << locale << bytes;
+            QTest::newRow(
+                qPrintable(QString::fromLatin1("%1 %2").arg(QLatin1String(locale)).arg(bytes)))
+                << QString::fromLatin1(locale) << bytes;
     }
 }
 
