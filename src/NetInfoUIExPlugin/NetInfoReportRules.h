@@ -7,19 +7,19 @@
 //! What a statistics report says: bytes, bytes per second, seconds.
 struct NetInfoReport
 {
-    quint64 downloadData;
-    quint64 uploadData;
-    quint32 downloadSpeed;
-    quint32 uploadSpeed;
-    qint64 connectionTime;
-    quint32 lastReset; //!< seconds since 1970-01-01 UTC
+    quint64 downloadData = 0;
+    quint64 uploadData = 0;
+    quint32 downloadSpeed = 0;
+    quint32 uploadSpeed = 0;
+    qint64 connectionTime = 0;
+    quint32 lastReset = 0; //!< seconds since 1970-01-01 UTC
 };
 
 //! What comes with a statistics event.
 struct NetInfoNotice
 {
-    bool connected;
-    qint32 connectType;
+    bool connected = false;
+    qint32 connectType = 0;
 };
 
 namespace NetInfoRules {

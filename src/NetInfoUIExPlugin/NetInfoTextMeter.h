@@ -26,5 +26,5 @@ private:
     QFont m_font;
     qreal m_advances[kKnownCharacters]; // pixels; -1: not measured yet
     QString m_lastText; // the last one measured exactly: a long row changes seldom
-    int m_lastWidth;
+    int m_lastWidth = 0;
 };

@@ -42,7 +42,7 @@ public:
     static void Destroy();
 
     NetInfoUILogic();
-    ~NetInfoUILogic();
+    ~NetInfoUILogic() override;
 
     //! Registers the callback and reads the configuration: the result of getConfigData, 13 without
     //! a configuration reader.

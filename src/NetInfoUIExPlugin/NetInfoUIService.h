@@ -46,7 +46,7 @@ public:
     static void Destroy();
 
     CNetInfoUIService();
-    ~CNetInfoUIService();
+    ~CNetInfoUIService() override;
 
     //! Builds both pages and starts the statistics. True. A second call changes nothing.
     bool Init();

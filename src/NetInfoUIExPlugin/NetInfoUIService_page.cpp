@@ -133,7 +133,7 @@ QIcon CNetInfoUIService::setIcon(QString path)
     QImage image(path);
     if (direction == Qt::RightToLeft)
         image = QtCompat::mirroredImage(image);
-    const QIcon icon = image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
+    QIcon icon = image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
     m_page->icons.insert(path, icon);
     return icon;
 }
