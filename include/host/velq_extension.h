@@ -30,7 +30,7 @@ VELQ_EXPORT int VELQ_DevSrv_GetInterface(char *name, int size);
 
 /*! The kernel's counters of the counted interface, in bytes. */
 typedef struct VELQ_Counters {
-    unsigned long long firstDownload; /*!< at the first reading of this connection */
+    unsigned long long firstDownload; /*!< at the first reading of this connection, or its reset */
     unsigned long long firstUpload;
     unsigned long long lastDownload; /*!< at the latest reading */
     unsigned long long lastUpload;
