@@ -9,8 +9,9 @@
 class HOST_CORE_EXPORT Change
 {
 public:
-    //! The text of identifier \a key (for example "IDS_YES") in the language in force. \a context is
-    //! the module's name, always the first argument. An unknown key gives the key itself. GUI thread.
+    //! The text of identifier \a key (for example "IDS_YES") in the language in force. \a context
+    //! is the module's name, always the first argument. An unknown key gives the key itself. GUI
+    //! thread.
     static QString tr(const QString &context, const QString &key);
 };
 

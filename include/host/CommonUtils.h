@@ -3,8 +3,8 @@
 
 #include <QMessageBox>
 #include <QString>
-#include <QVector>
 #include <Qt>
+#include <QVector>
 
 #include "HostCoreExport.h"
 #include "TagUnits.h"
@@ -27,11 +27,12 @@ public:
                            Qt::WindowFlags flags = Qt::WindowFlags(), QDialog **dialog = nullptr);
     //! Centres \a dialog on the screen.
     static void MoveCentre(QDialog *dialog);
-    //! Centres \a dialog over its parent's window, within the screen; without a parent on the screen.
+    //! Centres \a dialog over its parent's window, within the screen; without a parent on the
+    //! screen.
     static void MoveRelatedCentre(QDialog *dialog);
     //! \a value (bytes, or bytes per second) in the largest unit whose factor is not above it: two
-    //! decimals, a blank, the unit's text from the translations of \a module. Numbers are written in
-    //! the user's locale. An amount below every unit is given in the smallest one.
+    //! decimals, a blank, the unit's text from the translations of \a module. Numbers are written
+    //! in the user's locale. An amount below every unit is given in the smallest one.
     static QString SpeedFluxToString(QVector<TagUnits> units, unsigned long long value,
                                      QString module);
     //! The text of the table's first unit, for captions; empty for an empty table.

@@ -1,8 +1,9 @@
 #ifndef HOST_IBASEINTERFACE_H
 #define HOST_IBASEINTERFACE_H
 
-//! Root of the host interfaces. Called by table: the order is fixed, new operations get a new interface.
-//! GUI thread only. The implementation owns itself; the host never deletes through this type.
+//! Root of the host interfaces. Called by table: the order is fixed, new operations get a new
+//! interface. GUI thread only. The implementation owns itself; the host never deletes through this
+//! type.
 class IBaseInterface
 {
 public:

@@ -7,8 +7,8 @@
 #include "IBaseInterface.h"
 #include "IDestroyEvent.h"
 
-//! What every plug-in answers. Called by table: the order is fixed, new operations get a new interface.
-//! GUI thread only.
+//! What every plug-in answers. Called by table: the order is fixed, new operations get a new
+//! interface. GUI thread only.
 class IBasePlugin : public IBaseInterface, public IDestroyEvent
 {
 public:

@@ -9,7 +9,8 @@ class QRect;
 class QWidget;
 QT_END_NAMESPACE
 
-//! A plug-in's page in the host's settings dialog. Called by table: the order is fixed. GUI thread only.
+//! A plug-in's page in the host's settings dialog. Called by table: the order is fixed. GUI thread
+//! only.
 class ISettingUIPlugin
 {
 public:

@@ -4,7 +4,8 @@
 #include <QObject>
 #include <QString>
 
-//! Lets the host switch between windows of plug-ins. Called by table: the order is fixed. GUI thread only.
+//! Lets the host switch between windows of plug-ins. Called by table: the order is fixed. GUI
+//! thread only.
 class ISwitchUIService
 {
 public:

@@ -12,8 +12,9 @@ QT_END_NAMESPACE
 class IUIPlugin : public IBasePlugin
 {
 public:
-    //! Places the page into \a rect of \a parent (pixels, inclusive corners) and shows it. \a parent
-    //! becomes the Qt parent of the pages and may be destroyed at any time. False: nothing is shown.
+    //! Places the page into \a rect of \a parent (pixels, inclusive corners) and shows it. \a
+    //! parent becomes the Qt parent of the pages and may be destroyed at any time. False: nothing
+    //! is shown.
     virtual bool ShowWindow(QWidget *parent, QRect &rect) = 0;
     //! Runs the plug-in as a dialog: its result, 0 when it has no dialog, -1 when it cannot.
     virtual int DoModal() = 0;

@@ -19,6 +19,7 @@ extern "C" {
 #endif
 
 /*! How the connection is made; the two kinds are counted apart. */
+/* clang-format off */
 typedef enum _VELQ_EN_CONNECT_TYPE
 #ifdef __cplusplus
     : int
@@ -27,6 +28,7 @@ typedef enum _VELQ_EN_CONNECT_TYPE
     VELQ_CONNECT_TYPE_DIALUP = 0, /*!< everything that is not Wi-Fi */
     VELQ_CONNECT_TYPE_WLAN = 1 /*!< Wi-Fi */
 } _VELQ_EN_CONNECT_TYPE;
+/* clang-format on */
 
 enum {
     VELQ_STATISTICS_REPORT_SIZE = 576, /*!< bytes of a statistics report */
@@ -36,9 +38,9 @@ enum {
 
 /*!
  * Statistics callback; runs on a thread of the SDK, never under a lock of it. \a event is
- * VELQ_EVENT_STATISTICS; \a data lives until the callback returns: byte 0 is 1 while a connection is
- * up, bytes 1 to 3 are padding, bytes 4 to 7 hold the connect type (32 bits, little-endian).
- * The result is not used.
+ * VELQ_EVENT_STATISTICS; \a data lives until the callback returns: byte 0 is 1 while a connection
+ * is up, bytes 1 to 3 are padding, bytes 4 to 7 hold the connect type (32 bits, little-endian). The
+ * result is not used.
  */
 typedef int (*VELQ_StatisticsCallback)(int event, void *data);
 
@@ -54,8 +56,8 @@ VELQ_EXPORT int VELQ_Statistics_UnRegisterStatisticsCallbackEvent(VELQ_Statistic
 /*!
  * Fills \a report (576 bytes) for \a kind: 0 live, 1 daily, 2 last reset, 3 weekly, 4 monthly,
  * 5 yearly. Fields, little-endian and not aligned: 524 download and 532 upload (64 bits, bytes),
- * 540 download speed and 544 upload speed (32 bits, bytes per second), 556 connection time (64 bits,
- * signed, seconds), 568 last reset (32 bits, seconds since 1970-01-01 UTC). The rest is zero.
+ * 540 download speed and 544 upload speed (32 bits, bytes per second), 556 connection time (64
+ * bits, signed, seconds), 568 last reset (32 bits, seconds since 1970-01-01 UTC). The rest is zero.
  */
 VELQ_EXPORT int VELQ_Statistics_GetReport(int kind, void *report, _VELQ_EN_CONNECT_TYPE type);
 

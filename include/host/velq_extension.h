@@ -14,8 +14,8 @@ extern "C" {
 
 /*!
  * Counts interface \a name instead of the one that carries the default route. Null or empty: the
- * environment variable VELQ_INTERFACE, else the default route. Fails once the SDK has been used, and
- * for a name that no interface can have (more than 15 bytes, "/" or blanks).
+ * environment variable VELQ_INTERFACE, else the default route. Fails once the SDK has been used,
+ * and for a name that no interface can have (more than 15 bytes, "/" or blanks).
  */
 VELQ_EXPORT int VELQ_DevSrv_SetInterface(const char *name);
 
@@ -29,7 +29,8 @@ VELQ_EXPORT int VELQ_DevSrv_StartDemo(void);
 VELQ_EXPORT int VELQ_DevSrv_GetInterface(char *name, int size);
 
 /*! The kernel's counters of the counted interface, in bytes. */
-typedef struct VELQ_Counters {
+typedef struct VELQ_Counters
+{
     unsigned long long firstDownload; /*!< at the first reading of this connection, or its reset */
     unsigned long long firstUpload;
     unsigned long long lastDownload; /*!< at the latest reading */
