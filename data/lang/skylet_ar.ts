@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>IDS_TRENDS_SPEED</source>
-        <translation>السرعة</translation>
+        <translation>السرعة بوحدة </translation>
     </message>
     <message>
         <source>IDS_TRENDS_UPLOAD_SPEED</source>

@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>IDS_TRENDS_SPEED</source>
-        <translation>Speed</translation>
+        <translation>Speed in </translation>
     </message>
     <message>
         <source>IDS_TRENDS_UPLOAD_SPEED</source>

@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>IDS_TRENDS_SPEED</source>
-        <translation>Vitesse</translation>
+        <translation>Vitesse en </translation>
     </message>
     <message>
         <source>IDS_TRENDS_UPLOAD_SPEED</source>

@@ -3,30 +3,21 @@
 #include <host/CommonUtils.h>
 
 #include <QFile>
-#include <QXmlStreamAttributes>
 #include <QXmlStreamReader>
 
 #include <new>
 
 #include "NetInfoLog.h"
+#include "NetInfoXmlFile.h"
+
+using NetInfoXml::attribute;
 
 namespace {
 
 constexpr char kSource[] = "../../src/NetInfoUIExPlugin/NetInfoConfigParse.cpp";
 
-constexpr int kSuccess = 0;
-constexpr int kFileMissing = 3;
-constexpr int kReadError = 6;
-constexpr int kNoReader = 13;
-constexpr int kCannotOpen = 25;
-
 constexpr const char *kSections[]
     = { "fluxunit", "speedunit", "format", "function", "Limit", "Color" };
-
-[[nodiscard]] QString attribute(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.attributes().value(QLatin1String(name)).toString();
-}
 
 [[nodiscard]] bool isSection(const QXmlStreamReader &reader)
 {
@@ -72,7 +63,7 @@ int NetInfoConfigParse::GetSettingsFromXML(QString &group, QString &module,
 
     const QString path = CommonUtils::GetPluginLibraryPath()
         + QLatin1String("/plugins/NetInfoUIExPlugin/") + QLatin1String("NetInfoUIExConfig.xml");
-    int result = kFileMissing;
+    int result = NetInfoXml::FileMissing;
     if (QFile::exists(path))
         result = readFile(path, group, module, out);
     else
@@ -88,14 +79,14 @@ int NetInfoConfigParse::readFile(const QString &path, QString &group, QString &m
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qWarning("Error open file: "); // stands alone, without the path
-        return kCannotOpen;
+        return NetInfoXml::CannotOpen;
     }
     QXmlStreamReader reader(&file);
-    int result = kSuccess;
+    int result = NetInfoXml::Success;
     if (!reader.device()) {
         qWarning("%s : %s: %s: Stream reader not bind with device", NETINFO_LOG_TIME, kSource,
                  "GetSettingsFromXML");
-        result = kNoReader;
+        result = NetInfoXml::NoReader;
     }
     return readDocument(reader, group, module, out, result);
 }
@@ -112,7 +103,7 @@ int NetInfoConfigParse::readDocument(QXmlStreamReader &reader, QString &group, Q
         }
         if (reader.hasError()) { // also an error that the element scanner stopped at
             qWarning("%s : %s: %s: Read Error: n", NETINFO_LOG_TIME, kSource, "GetSettingsFromXML");
-            return kReadError;
+            return NetInfoXml::ReadError;
         }
     }
     return result;
@@ -144,10 +135,10 @@ int NetInfoConfigParse::readGroupInfo(QXmlStreamReader &reader, QString &group, 
         if (reader.hasError()) {
             qWarning("GroupInfo Read Error %s : %s: %s:", NETINFO_LOG_TIME, kSource,
                      "readGroupInfo");
-            return kReadError;
+            return NetInfoXml::ReadError;
         }
     }
-    return kSuccess;
+    return NetInfoXml::Success;
 }
 
 void NetInfoConfigParse::parseItem(QXmlStreamReader &reader, QStringList context,

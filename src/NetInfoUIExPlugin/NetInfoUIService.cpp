@@ -182,6 +182,8 @@ void CNetInfoUIService::changeLanguage()
     enableScroll();
     if (m_tree->tree)
         applyColumnWidth();
+    if (m_page->graph)
+        m_page->graph->update();
     if (m_page->content)
         m_page->content->repaint();
 }
@@ -195,6 +197,7 @@ void CNetInfoUIService::applyColumnWidth()
 void CNetInfoUIService::OnDestroy()
 {
     delete m_page->mainWidget;
+    NetInfoGraphConfigParse::OnDestroy();
     m_page->settings = nullptr;
     // The pages that no host window has taken would stay behind as windows of their own.
     delete m_page->operatorPage;

@@ -78,6 +78,8 @@ public:
     // Pages and host services: NetInfoUIService_page.cpp
     void createMainWidget();
     void createLeftWidget();
+    //! The right pane; not shown while the switch SHOWGRAPH is off.
+    void createGraphWidget();
     //! The text of identifier \a key.
     QString tr(QString key);
     //! The icon in file \a path, mirrored in right-to-left layouts. A file is read once for each
@@ -152,6 +154,7 @@ private:
     [[nodiscard]] QString speedText(quint64 bytesPerSecond) const;
     [[nodiscard]] QString fluxText(quint64 bytes) const;
     [[nodiscard]] QIcon rowIcon(int row);
+    void drawSpeeds(unsigned long upSpeed, unsigned long downSpeed);
     [[nodiscard]] bool fetchStoredStatistics();
     void writeLastReset();
     void writePeriodRows();

@@ -74,8 +74,19 @@ void CNetInfoUIService::onStatisticsChanged(unsigned long upSpeed, unsigned long
         m_live->time = time;
         writeRow(TimeRow, labelled(TimeLabel, time));
     }
+    if (m_page->graph && isFunctionEnabled("SHOWGRAPH"))
+        drawSpeeds(upSpeed, downSpeed);
     updateStoredStatistics();
     NETINFO_TRACE("%s: %s: %s: Exit", kSource);
+}
+
+void CNetInfoUIService::drawSpeeds(unsigned long upSpeed, unsigned long downSpeed)
+{
+    const double factor = m_tree->speedUnits.isEmpty() ? 0 : m_tree->speedUnits.at(0).value;
+    if (factor == 0)
+        m_page->graph->DrawGraph(0.0, 0.0);
+    else
+        m_page->graph->DrawGraph(double(upSpeed) / factor, double(downSpeed) / factor);
 }
 
 const char *CNetInfoUIService::transferSuffix() const

@@ -16,6 +16,7 @@
 
 #include <host/TagUnits.h>
 
+#include "NetInfoGraphWidget.h"
 #include "NetInfoTextMeter.h"
 #include "NetInfoTreeRules.h"
 #include "NetInfoUILogic.h"
@@ -79,6 +80,7 @@ struct CNetInfoUIService::Page
     QPointer<QSplitter> splitter;
     QPointer<QWidget> leftArea;
     QPointer<QVBoxLayout> leftLayout;
+    QPointer<GraphWidget> graph;
     QPointer<QWidget> operatorPage;
     QPointer<QWidget> content; // auxiliary widgets of the operator page
     QPointer<QWidget> contentRow;

@@ -77,6 +77,7 @@ void CNetInfoUIService::createMainWidget()
                 SLOT(movedSplitter(int, int)));
     }
     createLeftWidget();
+    createGraphWidget();
     layout->addWidget(m_page->splitter);
 }
 
@@ -96,6 +97,23 @@ void CNetInfoUIService::createLeftWidget()
     createStatisticsWidget();
     m_page->splitter->addWidget(m_page->leftArea);
     m_page->splitter->setSizes(QList<int>() << kLeftPaneWidth << kRightPaneWidth);
+}
+
+void CNetInfoUIService::createGraphWidget()
+{
+    m_page->graph = m_page->splitter ? new (std::nothrow) GraphWidget(m_page->mainWidget) : nullptr;
+    if (!m_page->graph || !m_page->source) {
+        NETINFO_TRACE("%s: %s: %s: Memory not allocated for a widget", kSource);
+        return;
+    }
+    m_page->graph->hide(); // until it is a pane
+    if (!isFunctionEnabled("SHOWGRAPH"))
+        return;
+    m_page->graph->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetGraph"));
+    m_page->splitter->addWidget(m_page->graph);
+    m_page->graph->show();
+    m_page->splitter->setSizes(QList<int>() << kLeftPaneWidth << kRightPaneWidth);
+    m_page->splitter->setStretchFactor(1, 1); // a wider page shows more of the past
 }
 
 void CNetInfoUIService::movedSplitter(int, int)

@@ -1,15 +1,24 @@
 #pragma once
 // Every difference between Qt 4.8, 5.15 and 6 that the plug-in meets, one small piece per purpose.
 
+#include <QColor>
 #include <QDateTime>
 #include <QFontMetrics>
 #include <QImage>
 #include <QLocale>
+#include <qmath.h>
+#include <QPixmap>
+#include <QSize>
 #include <QtGlobal>
 #include <QtPlugin>
 
 #if QT_VERSION >= 0x050000
+#include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QScreen>
+#else
+#include <QApplication>
+#include <QDesktopWidget>
 #endif
 
 namespace QtCompat {
@@ -53,6 +62,41 @@ template <typename Metrics>
 #else
     return image.mirrored(true, false);
 #endif
+}
+
+//! The colour \a name, as "#RRGGBB" or in words; invalid when it is none.
+[[nodiscard]] inline QColor namedColour(const QString &name)
+{
+#if QT_VERSION >= 0x060400
+    return QColor::fromString(name);
+#else
+    QColor colour;
+    if (QColor::isValidColor(name)) // setNamedColor() would warn
+        colour.setNamedColor(name);
+    return colour;
+#endif
+}
+
+//! Height of the primary screen in pixels; 0 without a screen.
+[[nodiscard]] inline int primaryScreenHeight()
+{
+#if QT_VERSION >= 0x050000
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().height() : 0;
+#else
+    return QApplication::desktop()->screenGeometry(-1).height();
+#endif
+}
+
+//! A pixmap of \a size logical pixels with \a ratio device pixels to each; null when it is too
+//! large.
+[[nodiscard]] inline QPixmap pixmapWithRatio(const QSize &size, qreal ratio)
+{
+    QPixmap pixmap(qCeil(size.width() * ratio), qCeil(size.height() * ratio));
+#if QT_VERSION >= 0x050000
+    pixmap.setDevicePixelRatio(ratio);
+#endif
+    return pixmap;
 }
 
 } // namespace QtCompat

@@ -73,6 +73,13 @@ QString CommonUtils::SpeedFluxToString(QVector<TagUnits> units, unsigned long lo
     return QString::number(value) + QLatin1Char(' ') + unit;
 }
 
+// The caption is the first unit's text identifier.
+QString CommonUtils::SpeedUnitToString(QVector<TagUnits> units, QString module)
+{
+    note(fakeHost().formatterModules, module);
+    return units.isEmpty() ? QStringLiteral("unitless") : units.first().langResID;
+}
+
 QString CommonUtils::GetPluginLibraryPath()
 {
     return fakeHost().libraryPath;

@@ -30,6 +30,7 @@ PluginFolder::PluginFolder()
 {
     QDir().mkpath(m_root.path() + QStringLiteral("/plugins/NetInfoUIExPlugin"));
     fakeHost().libraryPath = m_root.path();
+    writeProfile(profile({ "#FF000000", "#FF010101", "#FFFFFF00", "#FF0000FF", "#FF808080" }));
 }
 
 QString PluginFolder::path() const
@@ -42,11 +43,16 @@ QString PluginFolder::configPath() const
     return path() + QStringLiteral("NetInfoUIExConfig.xml");
 }
 
+QString PluginFolder::profilePath() const
+{
+    return path() + QStringLiteral("TrendsCtrlProfile.xml");
+}
+
 void PluginFolder::useShippedFiles()
 {
     const QDir shipped(QStringLiteral(NETINFO_SHIPPED_DATA));
     const QStringList names = QStringList()
-        << QStringLiteral("NetInfoUIExConfig.xml")
+        << QStringLiteral("NetInfoUIExConfig.xml") << QStringLiteral("TrendsCtrlProfile.xml")
         << shipped.entryList(QStringList() << QStringLiteral("Icon_0?"));
     for (const QString &name : names) {
         QFile::remove(path() + name);
@@ -58,6 +64,21 @@ void PluginFolder::useShippedFiles()
 void PluginFolder::writeConfig(const QByteArray &xml)
 {
     writeFile(configPath(), xml);
+}
+
+void PluginFolder::writeProfile(const QByteArray &xml)
+{
+    writeFile(profilePath(), xml);
+}
+
+QByteArray PluginFolder::profile(const QList<QByteArray> &colours, const QByteArray &size)
+{
+    QByteArray entries;
+    for (const QByteArray &colour : colours)
+        entries += "<Color id=\"c\" color=\"" + colour + "\"/>";
+    for (int i = 0; i < 4; ++i)
+        entries += "<Font id=\"f\" family=\"Sans Serif\" style=\"normal\" size=\"" + size + "\"/>";
+    return "<TrendsCtrlProfile>" + entries + "</TrendsCtrlProfile>";
 }
 
 void PluginFolder::writeSwitches(const QStringList &on, const QStringList &off)

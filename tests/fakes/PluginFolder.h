@@ -3,21 +3,26 @@
 
 #include <QByteArray>
 #include <QColor>
+#include <QList>
 #include <QString>
 #include <QTemporaryDir>
 
 class PluginFolder
 {
 public:
+    //! Has a trend graph profile of five colours and four fonts, and nothing else.
     PluginFolder();
 
     //! The folder's path with a separator at its end.
     [[nodiscard]] QString path() const;
     [[nodiscard]] QString configPath() const;
-    //! Puts the shipped configuration and icons there.
+    [[nodiscard]] QString profilePath() const;
+    //! Puts the shipped configuration, profile and icons there.
     void useShippedFiles();
     //! Writes \a xml as the configuration.
     void writeConfig(const QByteArray &xml);
+    //! Writes \a xml as the trend graph profile.
+    void writeProfile(const QByteArray &xml);
     //! Writes a configuration of the switches \a on as "true", \a off as "false" and two units, "B"
     //! for amounts and "Bps" for speeds.
     void writeSwitches(const QStringList &on, const QStringList &off = QStringList());
@@ -26,6 +31,9 @@ public:
 
     //! Every switch there is.
     [[nodiscard]] static QStringList allSwitches();
+    //! A profile of \a colours, each "#" and eight digits, and four fonts of \a size.
+    [[nodiscard]] static QByteArray profile(const QList<QByteArray> &colours,
+                                            const QByteArray &size = "10");
     //! A whole configuration with one module \a content.
     [[nodiscard]] static QByteArray document(const QByteArray &content);
 

@@ -1,0 +1,52 @@
+#pragma once
+// What of the trend graph stays the same from sample to sample: background, frame, grid, labels,
+// caption and legend.
+
+#include <QColor>
+#include <QFont>
+#include <QRect>
+#include <QString>
+
+#include "NetInfoGraphRules.h"
+
+QT_BEGIN_NAMESPACE
+class QPainter;
+QT_END_NAMESPACE
+
+//! Everything that decides how it looks.
+struct NetInfoGraphFace
+{
+    QRect area; //!< the widget
+    NetInfoRules::GraphPlot plot;
+    bool mirrored = false;
+    int maximum = NetInfoRules::kFirstGraphScale;
+    QString caption;
+    QString uploadText;
+    QString downloadText;
+    QFont font;
+    QColor background;
+    QColor ink; //!< frame, grid and texts
+    QColor upload;
+    QColor download;
+
+    [[nodiscard]] bool operator==(const NetInfoGraphFace &other) const;
+};
+
+//! The scale's labels.
+struct NetInfoGraphLabels
+{
+    int width = 0; //!< of the widest, in pixels
+    int stride = 0; //!< each stride-th line has one; 0: none
+};
+
+//! Measures the labels of \a face.
+[[nodiscard]] NetInfoGraphLabels graphLabels(const NetInfoGraphFace &face);
+
+//! Paints all of \a face.
+void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
+                    const NetInfoGraphLabels &labels);
+
+//! Paints the two curves. \a lines is scratch memory.
+void paintGraphCurves(QPainter &painter, const NetInfoGraphFace &face,
+                      const NetInfoRules::GraphCurveArea &area, const QList<double> &upload,
+                      const QList<double> &download, QVector<QLineF> &lines);

@@ -1,0 +1,159 @@
+#include "NetInfoGraphRules.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace NetInfoRules {
+
+namespace {
+
+constexpr double kSmallestSpacing = 3.0;
+
+constexpr int kTopMargin = 60;
+constexpr int kLeftMargin = 20;
+constexpr int kVerticalMargins = 69;
+constexpr int kHorizontalMargins = 49;
+constexpr int kLabelMargin = 26; // right of the plot, after a gap of 3
+
+} // namespace
+
+int truncatedSample(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return int(std::min(std::max(value, lowest), highest));
+}
+
+int grownGraphScale(int maximum, double up, double down)
+{
+    const int upload = truncatedSample(up);
+    const int download = truncatedSample(down);
+    // Crosswise on purpose: a download above the scale hides the upload, however large it is.
+    const int candidate = maximum >= download ? std::max(maximum, upload) : download;
+    if (candidate <= maximum)
+        return maximum;
+    constexpr int step = kFirstGraphScale;
+    constexpr int largest = std::numeric_limits<int>::max() / step * step;
+    const int below = candidate / step * step;
+    return below < largest ? below + step : largest;
+}
+
+int entriesToDrop(int count, int limit)
+{
+    return count > limit ? std::min(2, count) : 0;
+}
+
+int graphScaleLabel(int maximum, int line)
+{
+    return maximum - line * (maximum / kGraphColumns);
+}
+
+bool GraphPlot::operator==(const GraphPlot &other) const
+{
+    return top == other.top && left == other.left && height == other.height && width == other.width
+        && secondLeft == other.secondLeft && columnStep == other.columnStep;
+}
+
+bool GraphPlot::isEmpty() const
+{
+    return height <= 0.0 || width <= 0.0;
+}
+
+double GraphPlot::lineY(int line) const
+{
+    return top + line * height / kGraphColumns;
+}
+
+GraphPlot graphPlot(const QRect &area)
+{
+    GraphPlot plot;
+    plot.top = area.top() + kTopMargin;
+    plot.left = area.left() + kLeftMargin;
+    plot.height = area.bottom() - area.top() - kVerticalMargins;
+    plot.width = area.right() - area.left() - kHorizontalMargins;
+    plot.secondLeft = plot.left;
+    plot.columnStep = plot.width / double(kGraphColumns);
+    return plot;
+}
+
+bool labelsFitMargin(int width)
+{
+    return width <= kLabelMargin;
+}
+
+GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area, int labelWidth, int maximum,
+                              bool mirrored)
+{
+    const int taken = labelsFitMargin(labelWidth) ? 0 : labelWidth + 2 * kGraphLabelGap;
+    GraphCurveArea curves;
+    curves.right = plot.left + plot.width - taken;
+    curves.top = plot.top;
+    curves.width = plot.width - taken;
+    curves.height = plot.height;
+    curves.spacing = sampleSpacing(plot.columnStep);
+    curves.maximum = maximum;
+    curves.mirrored = mirrored;
+    curves.mirrorSum = area.left() + area.right();
+    return curves;
+}
+
+double sampleSpacing(double columnStep)
+{
+    const double samples = std::max(1.0, std::floor(columnStep / kSmallestSpacing));
+    return std::max(columnStep / samples, 1.0);
+}
+
+int visibleSamples(const GraphCurveArea &area, int count)
+{
+    if (area.width <= 0.0 || area.height <= 0.0 || area.spacing <= 0.0)
+        return 0;
+    constexpr double rounding = 1e-6; // twelve columns are not quite twelve twelfths
+    return std::min(count, int(area.width / area.spacing + rounding) + 1);
+}
+
+double sampleX(const GraphCurveArea &area, int age)
+{
+    const double x = area.right - age * area.spacing;
+    return area.mirrored ? area.mirrorSum - x : x;
+}
+
+double sampleY(const GraphCurveArea &area, double speed)
+{
+    const double bottom = area.top + area.height;
+    if (!(speed > 0.0) || area.maximum <= 0)
+        return bottom;
+    return bottom - std::min(speed / area.maximum, 1.0) * area.height;
+}
+
+void curveLines(const GraphCurveArea &area, const QList<double> &history, QVector<QLineF> &lines)
+{
+    const int count = visibleSamples(area, int(history.size()));
+    lines.resize(std::max(0, count - 1));
+    if (count < 2)
+        return;
+    QPointF newer(sampleX(area, 0), sampleY(area, history.at(0)));
+    for (int age = 1; age < count; ++age) {
+        const QPointF older(sampleX(area, age), sampleY(area, history.at(age)));
+        lines[age - 1] = QLineF(newer, older);
+        newer = older;
+    }
+}
+
+int labelStride(const GraphPlot &plot, int labelHeight)
+{
+    const double step = plot.height / kGraphColumns;
+    if (plot.isEmpty() || labelHeight <= 0)
+        return 0;
+    const double stride = std::ceil(labelHeight / step);
+    return stride <= kGraphLines ? int(stride) : 0;
+}
+
+QString profileColourName(QString text)
+{
+    return text.remove(1, 2);
+}
+
+} // namespace NetInfoRules
