@@ -132,11 +132,13 @@ void GraphWidget::drawRightToLeft(QPainter &painter)
 void GraphWidget::draw(QPainter &painter, bool mirrored)
 {
     const NetInfoGraphFace now = face(mirrored);
-    updateLayer(now, copyRatio(painter));
-    if (m_layer.isNull())
-        paintGraphFace(painter, now, NetInfoGraphLabels { m_labelWidth, m_labelStride });
+    m_layer.update(now, copyRatio(painter));
+    m_labelWidth = m_layer.labels().width;
+    m_labelStride = m_layer.labels().stride;
+    if (m_layer.pixmap().isNull())
+        paintGraphFace(painter, now, m_layer.labels());
     else
-        painter.drawPixmap(0, 0, m_layer);
+        painter.drawPixmap(0, 0, m_layer.pixmap());
     const NetInfoRules::GraphCurveArea area
         = NetInfoRules::graphCurveArea(m_plot, now.area, m_labelWidth, m_scaleMaximum, mirrored);
     paintGraphCurves(painter, now, area, m_upload, m_download, m_lines);
@@ -166,24 +168,6 @@ NetInfoGraphFace GraphWidget::face(bool mirrored)
     face.upload = readable(m_uploadColour, face.background);
     face.download = readable(m_downloadColour, face.background);
     return face;
-}
-
-void GraphWidget::updateLayer(const NetInfoGraphFace &face, qreal ratio)
-{
-    if (ratio == m_layerRatio && face == m_layerFace)
-        return;
-    const NetInfoGraphLabels labels = graphLabels(face);
-    m_labelWidth = labels.width;
-    m_labelStride = labels.stride;
-    m_layerFace = face;
-    m_layerRatio = ratio;
-    m_layer = ratio > 0 ? QtCompat::pixmapWithRatio(face.area.size(), ratio) : QPixmap();
-    if (m_layer.isNull())
-        return;
-    if (face.background.alpha() < 255)
-        m_layer.fill(Qt::transparent);
-    QPainter painter(&m_layer);
-    paintGraphFace(painter, face, labels);
 }
 
 QString GraphWidget::tr(QString key)

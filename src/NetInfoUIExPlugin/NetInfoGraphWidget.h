@@ -4,13 +4,13 @@
 #include <QColor>
 #include <QFont>
 #include <QList>
-#include <QPixmap>
 #include <QString>
 #include <QVector>
 #include <QWidget>
 
 #include "NetInfoGraphConfigParse.h"
 #include "NetInfoGraphFace.h"
+#include "NetInfoGraphLayer.h"
 #include "NetInfoGraphRules.h"
 
 //! Fed with one sample pair for each statistics event. GUI thread only.
@@ -37,7 +37,6 @@ private:
     [[nodiscard]] QColor profileColour(int position) const;
     [[nodiscard]] NetInfoGraphFace face(bool mirrored);
     void draw(QPainter &painter, bool mirrored);
-    void updateLayer(const NetInfoGraphFace &face, qreal ratio);
     void askForWholePaint(const QRect &painted);
 
     QColor m_gridColour; // also frame and texts
@@ -55,9 +54,7 @@ private:
     int m_labelWidth = 0; // in pixels
     int m_labelStride = 0;
 
-    NetInfoGraphFace m_layerFace; // what the layer shows
-    qreal m_layerRatio = 0; // its device pixels to a logical one
-    QPixmap m_layer; // the unchanging part, painted once
+    NetInfoGraphLayer m_layer;
     QVector<QLineF> m_lines; // scratch memory of the curves
     bool m_wholePaintAsked = false;
 };
