@@ -4,7 +4,10 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QStringList>
+#include <QtMath>
 #include <QTransform>
+
+#include <cmath>
 
 namespace {
 
@@ -98,7 +101,8 @@ void PaintRecorder::drawTextItem(const QPointF &position, const QTextItem &item)
 {
     const QTransform &transform = painter()->deviceTransform();
     const QLineF along = transform.map(QLineF(position, position + QPointF(1, 0)));
-    texts << RecordedText { item.text(), along.p1(), -along.angle(), item.font(),
+    texts << RecordedText { item.text(), along.p1(),
+                            qRadiansToDegrees(std::atan2(along.dy(), along.dx())), item.font(),
                             painter()->pen().color() };
 }
 

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QtTest>
 
+#include <utility>
+
 #include "NetInfoGraphConfigParse.h"
 #include "NetInfoUILogic.h"
 
@@ -65,7 +67,8 @@ void GraphTest::addSamples(int count)
 QStringList GraphTest::labels()
 {
     QStringList found;
-    for (const RecordedText &text : record()->texts) {
+    const QSharedPointer<PaintRecorder> painted = record();
+    for (const RecordedText &text : std::as_const(painted->texts)) {
         bool isNumber = false;
         text.text.toInt(&isNumber);
         if (isNumber)
