@@ -5,7 +5,7 @@
 #include <vector>
 
 //! One claim: the \a slower benchmark takes at least \a atLeast times, or at most \a atMost times,
-//! the CPU time of the \a faster one. A bound of 0 is none.
+//! the CPU time of the \a faster one. A bound of 0 is none; without any the ratio is only reported.
 struct BenchRatio
 {
     std::string what;
