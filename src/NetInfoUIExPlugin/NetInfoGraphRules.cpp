@@ -8,7 +8,7 @@ namespace NetInfoRules {
 
 namespace {
 
-constexpr double kSmallestSpacing = 3.0;
+constexpr double kSmallestSpacing = 4.0;
 
 constexpr int kTopMargin = 60;
 constexpr int kLeftMargin = 20;

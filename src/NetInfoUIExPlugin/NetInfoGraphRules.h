@@ -69,7 +69,7 @@ struct GraphCurveArea
 [[nodiscard]] GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area,
                                             int labelWidth, int maximum, bool mirrored);
 
-//! The distance of two samples in pixels: at least 3, and a whole number of samples to a column.
+//! The distance of two samples in pixels: at least 4, and a whole number of samples to a column.
 [[nodiscard]] double sampleSpacing(double columnStep);
 
 //! How many of \a count samples \a area shows.

@@ -20,7 +20,7 @@ namespace {
 
 constexpr char kSource[] = NETINFO_SERVICE_SOURCE;
 
-constexpr int kLeftPaneWidth = 300; // the tree's 280 pixels and its frame
+constexpr int kLeftPaneWidth = 340; // the longest row of most languages
 constexpr int kRightPaneWidth = 420;
 
 constexpr const char *kLabelKeys[LabelCount]

@@ -84,7 +84,7 @@ void tst_GraphMemory::aYearPaintsAsMuchAsAnHour()
     for (int i = 0; i < 60 * 60; ++i)
         m_graph->DrawGraph(i % 60, i % 47);
     const auto hour = record();
-    QVERIFY(hour->lines.size() > 500);
+    QVERIFY(hour->lines.size() > 400);
     for (int i = 60 * 60; i < kYear; ++i)
         m_graph->DrawGraph(i % 60, i % 47);
     const auto year = record();

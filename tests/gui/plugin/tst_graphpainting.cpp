@@ -154,7 +154,7 @@ void tst_GraphPainting::theCurvesAreScaledSegmentsOfTheirColour()
     m_graph->DrawGraph(60, 0);
     m_graph->DrawGraph(30, 15);
     m_graph->DrawGraph(0, 30);
-    const double spacing = 550 / 12.0 / 15;
+    const double spacing = 550 / 12.0 / 11;
     const QList<QLineF> upload = plain(record()->linesOf(m_uploadColour)).mid(1);
     QCOMPARE(int(upload.size()), 2);
     QCOMPARE(upload.at(0), QLineF(570, 290, 570 - spacing, 175));

@@ -193,7 +193,7 @@ void tst_GraphWidget::withoutABackgroundThePaletteDecides()
 void tst_GraphWidget::theUploadHistoryIsTrimmedTheDownloadIsNot()
 {
     const int limit = QGuiApplication::primaryScreen()->geometry().height();
-    make(QSize(60 + 3 * 3 * limit, 300)); // room for three times the limit
+    make(QSize(60 + 3 * 4 * limit, 300)); // room for three times the limit
     const auto segments = [this](const QColor &colour, int legend) {
         return int(record()->linesOf(colour).size()) - legend;
     };

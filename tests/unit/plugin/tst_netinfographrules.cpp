@@ -230,11 +230,11 @@ void tst_NetInfoGraphRules::samplesFillColumns_data()
 {
     QTest::addColumn<double>("columnStep");
     QTest::addColumn<double>("spacing");
-    QTest::newRow("one sample") << 3.0 << 3.0;
-    QTest::newRow("not yet two") << 5.9 << 5.9;
-    QTest::newRow("two samples") << 6.0 << 3.0;
-    QTest::newRow("six samples") << 20.0 << 20.0 / 6;
-    QTest::newRow("fifteen samples") << 45.9 << 3.06;
+    QTest::newRow("one sample") << 4.0 << 4.0;
+    QTest::newRow("not yet two") << 7.9 << 7.9;
+    QTest::newRow("two samples") << 8.0 << 4.0;
+    QTest::newRow("five samples") << 21.0 << 4.2;
+    QTest::newRow("eleven samples") << 45.9 << 45.9 / 11;
     QTest::newRow("a narrow column") << 2.0 << 2.0;
     QTest::newRow("narrower than a pixel") << 0.5 << 1.0;
     QTest::newRow("no room") << -4.0 << 1.0;
@@ -273,9 +273,9 @@ void tst_NetInfoGraphRules::whatFitsIsVisible()
 
 void tst_NetInfoGraphRules::twelveColumnsShowTheirSamplesAndOneMore()
 {
-    for (int width = 37; width < 4000; ++width) {
+    for (int width = 48; width < 4000; ++width) {
         const double step = width / 12.0;
-        const int perColumn = int(step / 3.0);
+        const int perColumn = int(step / 4.0);
         const int visible = visibleSamples(areaOf(width, sampleSpacing(step)), 1000000);
         QCOMPARE(visible, 12 * perColumn + 1);
     }
@@ -359,7 +359,7 @@ void tst_NetInfoGraphRules::longLabelsTakeTheirRoomFromTheCurves()
     QCOMPARE(curves.width, width);
     QCOMPARE(curves.top, 60.0);
     QCOMPARE(curves.height, 130.0);
-    QCOMPARE(curves.spacing, plot.columnStep / 6);
+    QCOMPARE(curves.spacing, plot.columnStep / 5);
     QCOMPARE(curves.maximum, 180);
     QCOMPARE(curves.mirrored, true);
     QCOMPARE(curves.mirrorSum, 299.0);
