@@ -115,7 +115,7 @@ private:
 class TunedCharts : public ChartsPeer
 {
 public:
-    explicit TunedCharts(const GraphView &view);
+    TunedCharts(const GraphView &view, bool changesOnly);
 
     void append(const GraphSamples::Pair &pair) override
     {
@@ -130,7 +130,7 @@ private:
     QVector<QPointF> m_uploadPoints;
 };
 
-TunedCharts::TunedCharts(const GraphView &view)
+TunedCharts::TunedCharts(const GraphView &view, bool changesOnly)
     : ChartsPeer(view)
     , m_downloadPoints(points(view.downloads()))
     , m_uploadPoints(points(view.uploads()))
@@ -138,6 +138,8 @@ TunedCharts::TunedCharts(const GraphView &view)
     m_view.setRenderHint(QPainter::Antialiasing, false);
     m_view.setOptimizationFlags(QGraphicsView::DontSavePainterState
                                 | QGraphicsView::DontAdjustForAntialiasing);
+    m_view.setViewportUpdateMode(changesOnly ? QGraphicsView::MinimalViewportUpdate
+                                             : QGraphicsView::FullViewportUpdate);
     m_chart->setAnimationOptions(QChart::NoAnimation);
     m_chart->setDropShadowEnabled(false);
     m_chart->setBackgroundVisible(false); // the view's own, without rounded corners
@@ -163,7 +165,7 @@ void TunedCharts::shift(QLineSeries *series, QVector<QPointF> &points, double ne
 
 std::unique_ptr<GraphPeer> makeCharts(const GraphView &view, PeerSettings settings)
 {
-    if (settings == PeerSettings::Tuned)
-        return std::make_unique<TunedCharts>(view);
-    return std::make_unique<DefaultCharts>(view);
+    if (settings == PeerSettings::Defaults)
+        return std::make_unique<DefaultCharts>(view);
+    return std::make_unique<TunedCharts>(view, settings == PeerSettings::Partial);
 }

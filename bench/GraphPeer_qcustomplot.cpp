@@ -107,11 +107,40 @@ public:
     {
         shift(m_download, pair.download);
         shift(m_upload, pair.upload);
+        replot();
+    }
+
+protected:
+    virtual void replot()
+    {
         m_plot.replot(QCustomPlot::rpQueuedReplot);
     }
 
 private:
     static void shift(QCPGraph *graph, double newest);
+};
+
+//! The curves in a buffer of their own, on top: nothing else is drawn anew, both are copied.
+class LayeredQCustomPlot : public TunedQCustomPlot
+{
+public:
+    explicit LayeredQCustomPlot(const GraphView &view)
+        : TunedQCustomPlot(view)
+        , m_curves(m_plot.layer(QLatin1String("main")))
+    {
+        m_plot.moveLayer(m_curves, m_plot.layer(QLatin1String("legend")));
+        m_plot.removeLayer(m_plot.layer(QLatin1String("overlay")));
+        m_curves->setMode(QCPLayer::lmBuffered);
+    }
+
+protected:
+    void replot() override
+    {
+        m_curves->replot();
+    }
+
+private:
+    QCPLayer *m_curves; // the plot's
 };
 
 TunedQCustomPlot::TunedQCustomPlot(const GraphView &view)
@@ -146,5 +175,7 @@ std::unique_ptr<GraphPeer> makeQCustomPlot(const GraphView &view, PeerSettings s
 {
     if (settings == PeerSettings::Tuned)
         return std::make_unique<TunedQCustomPlot>(view);
+    if (settings == PeerSettings::Partial)
+        return std::make_unique<LayeredQCustomPlot>(view);
     return std::make_unique<DefaultQCustomPlot>(view);
 }

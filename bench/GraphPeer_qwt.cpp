@@ -106,18 +106,24 @@ private:
 class TunedQwt : public QwtPeer
 {
 public:
-    explicit TunedQwt(const GraphView &view);
+    TunedQwt(const GraphView &view, bool canvasOnly);
 
     void append(const GraphSamples::Pair &pair) override
     {
         shiftIn(m_downloads, pair.download);
         shiftIn(m_uploads, pair.upload);
         m_plot.canvas()->update(); // the scales have not changed: replot() would do more
+        if (!m_canvasOnly)
+            m_plot.update(); // the rest: an opaque child is not part of it
     }
+
+private:
+    bool m_canvasOnly;
 };
 
-TunedQwt::TunedQwt(const GraphView &view)
+TunedQwt::TunedQwt(const GraphView &view, bool canvasOnly)
     : QwtPeer(view)
+    , m_canvasOnly(canvasOnly)
 {
     auto *const canvas = static_cast<QwtPlotCanvas *>(m_plot.canvas());
     canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
@@ -143,7 +149,7 @@ TunedQwt::TunedQwt(const GraphView &view)
 
 std::unique_ptr<GraphPeer> makeQwt(const GraphView &view, PeerSettings settings)
 {
-    if (settings == PeerSettings::Tuned)
-        return std::make_unique<TunedQwt>(view);
-    return std::make_unique<DefaultQwt>(view);
+    if (settings == PeerSettings::Defaults)
+        return std::make_unique<DefaultQwt>(view);
+    return std::make_unique<TunedQwt>(view, settings == PeerSettings::Partial);
 }

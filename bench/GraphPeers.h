@@ -79,7 +79,8 @@ public:
 
 enum class PeerSettings {
     Defaults, //!< as the library's documentation shows it
-    Tuned //!< the fastest that its public settings give on a raster surface
+    Tuned, //!< no antialiasing, fixed axes, queued replot; the whole widget is painted
+    Partial //!< tuned, and draws anew only what a sample changes
 };
 
 //! The trend graph with all pairs up to those that \a view shows.
