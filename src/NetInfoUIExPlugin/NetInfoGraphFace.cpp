@@ -11,7 +11,7 @@
 
 using NetInfoRules::GraphPlot;
 using NetInfoRules::kGraphColumns;
-using NetInfoRules::kGraphLabelGap;
+using NetInfoRules::kGraphDotPeriod;
 using NetInfoRules::kGraphLines;
 
 namespace {
@@ -25,7 +25,6 @@ constexpr int kEntryGap = 18;
 constexpr int kTextSlack = 2; // eliding measures in fractions of a pixel
 constexpr int kEdge = 4; // between a text and the widget's edge
 constexpr int kDigitGap = 2; // between labels one above the other
-constexpr int kDotGap = 3; // pixels between two dots of the grid
 
 //! Paints in the coordinates of a left-to-right layout, mirrored where the layout is.
 class FacePainter
@@ -39,7 +38,9 @@ public:
     {
     }
 
-    void paintGrid();
+    void paintColumns(double top, double bottom);
+    void paintLines();
+    void paintFrame(double top, double height);
     void paintLabels(const NetInfoGraphLabels &labels);
     void paintCaption();
     void paintLegend();
@@ -49,6 +50,7 @@ private:
     [[nodiscard]] QRect box(const QRect &box) const;
     [[nodiscard]] int textWidth(const QString &text) const;
     [[nodiscard]] int labelTop(int line) const;
+    [[nodiscard]] QPen gridPen() const;
     void paintText(const QRect &box, Qt::AlignmentFlag side, const QString &text);
     void paintEntry(int left, int centre, int width, bool isDownload);
 
@@ -85,35 +87,48 @@ int FacePainter::labelTop(int line) const
 void FacePainter::paintText(const QRect &place, Qt::AlignmentFlag side, const QString &text)
 {
     Qt::AlignmentFlag shown = side;
-    if (m_face.mirrored && side != Qt::AlignHCenter)
+    if (m_face.mirrored)
         shown = side == Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft;
     m_painter.drawText(
         box(place), int(Qt::AlignVCenter) | Qt::AlignAbsolute | Qt::TextSingleLine | shown, text);
 }
 
-void FacePainter::paintGrid()
+void FacePainter::paintColumns(double top, double bottom)
 {
-    const double right = m_plot.left + m_plot.width;
-    const double bottom = m_plot.top + m_plot.height;
     QVector<QLineF> lines;
     for (int column = 1; column < kGraphColumns; ++column) {
         const double position = x(m_plot.left + column * m_plot.columnStep);
-        lines << QLineF(position, m_plot.top, position, bottom);
+        lines << QLineF(position, top, position, bottom);
     }
+    m_painter.setPen(gridPen());
+    m_painter.drawLines(lines);
+}
+
+void FacePainter::paintLines()
+{
+    QVector<QLineF> lines;
     // From the maximum down to two twelfths of it; zero is the frame's lower edge.
     for (int line = 0; line < kGraphLines; ++line) {
         const double position = m_plot.lineY(line);
-        lines << QLineF(x(m_plot.left), position, x(right), position);
+        lines << QLineF(x(m_plot.left), position, x(m_plot.left + m_plot.width), position);
     }
-    QPen pen(m_face.ink, 1, Qt::CustomDashLine, Qt::FlatCap);
-    pen.setDashPattern(QVector<qreal>() << 1 << kDotGap);
-    m_painter.setPen(pen);
+    m_painter.setPen(gridPen());
     m_painter.drawLines(lines);
+}
 
+void FacePainter::paintFrame(double top, double height)
+{
+    const double left = std::min(x(m_plot.left), x(m_plot.left + m_plot.width));
     m_painter.setPen(QPen(m_face.ink, 1));
     m_painter.setBrush(Qt::NoBrush);
-    const double frameLeft = std::min(x(m_plot.left), x(right));
-    m_painter.drawRect(QRectF(frameLeft, m_plot.top, m_plot.width, m_plot.height));
+    m_painter.drawRect(QRectF(left, top, m_plot.width, height));
+}
+
+QPen FacePainter::gridPen() const
+{
+    QPen pen(m_face.ink, 1, Qt::CustomDashLine, Qt::FlatCap);
+    pen.setDashPattern(QVector<qreal>() << 1 << kGraphDotPeriod - 1);
+    return pen;
 }
 
 void FacePainter::paintLabels(const NetInfoGraphLabels &labels)
@@ -121,9 +136,7 @@ void FacePainter::paintLabels(const NetInfoGraphLabels &labels)
     if (labels.stride <= 0)
         return;
     const bool beside = NetInfoRules::labelsFitMargin(labels.width);
-    const int plotRight = int(m_plot.left + m_plot.width);
-    const int left
-        = beside ? plotRight + kGraphLabelGap : plotRight - kGraphLabelGap - labels.width;
+    const int left = NetInfoRules::graphLabelLeft(m_plot, labels.width);
     QRect place(left, 0, labels.width, m_metrics.height());
     for (int line = 0; !beside && line < kGraphLines; line += labels.stride) {
         place.moveTop(labelTop(line)); // the grid does not cross the digits
@@ -206,7 +219,7 @@ NetInfoGraphLabels graphLabels(const NetInfoGraphFace &face)
         labels.width = std::max(labels.width, QtCompat::textWidth(metrics, text));
     }
     const int digitHeight = metrics.tightBoundingRect(QLatin1String("0")).height();
-    labels.stride = NetInfoRules::labelStride(face.plot, digitHeight + kDigitGap);
+    labels.stride = NetInfoRules::labelStride(face.plot, labels.width, digitHeight + kDigitGap);
     return labels;
 }
 
@@ -217,11 +230,21 @@ void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
     painter.setFont(face.font);
     FacePainter parts(painter, face);
     if (!face.plot.isEmpty()) {
-        parts.paintGrid();
+        parts.paintColumns(face.plot.top, face.plot.top + face.plot.height);
+        parts.paintLines();
+        parts.paintFrame(face.plot.top, face.plot.height);
         parts.paintLabels(labels);
         parts.paintCaption();
     }
     parts.paintLegend();
+}
+
+void paintGraphRows(QPainter &painter, const NetInfoGraphFace &face, int height)
+{
+    painter.fillRect(0, 0, face.area.width(), height, face.background);
+    FacePainter parts(painter, face);
+    parts.paintColumns(0, height);
+    parts.paintFrame(-1, height + 2); // its sides alone
 }
 
 void paintGraphCurves(QPainter &painter, const NetInfoGraphFace &face,
@@ -236,10 +259,8 @@ void paintGraphCurves(QPainter &painter, const NetInfoGraphFace &face,
     painter.drawLines(lines);
     // Once more beside itself: the curves differ in thickness too. A thick pen costs many times
     // two thin ones.
-    const double pixel = 1 / std::max(1.0, double(painter.deviceTransform().m22()));
-    painter.translate(area.mirrored ? pixel : -pixel, -pixel);
+    NetInfoRules::moveAside(lines, area.mirrored ? 1.0 : -1.0);
     painter.drawLines(lines);
-    painter.translate(area.mirrored ? -pixel : pixel, pixel);
 
     NetInfoRules::curveLines(area, upload, lines);
     painter.setPen(QPen(face.upload, 1));

@@ -46,6 +46,9 @@ struct NetInfoGraphLabels
 void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
                     const NetInfoGraphLabels &labels);
 
+//! Paints some rows of the plot between two lines, from the widget's top down: columns and frame.
+void paintGraphRows(QPainter &painter, const NetInfoGraphFace &face, int height);
+
 //! Paints the two curves. \a lines is scratch memory.
 void paintGraphCurves(QPainter &painter, const NetInfoGraphFace &face,
                       const NetInfoRules::GraphCurveArea &area, const QList<double> &upload,

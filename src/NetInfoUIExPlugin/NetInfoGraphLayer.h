@@ -1,5 +1,9 @@
 #pragma once
 // The trend graph's unchanging part as pixels: painted when it has changed, copied for each frame.
+//
+// Copying a whole large picture costs more than anything else in a frame, because it comes from
+// main memory. Most of it are the same few rows again and again; these are kept apart, few enough
+// for the processor's cache.
 
 #include <QPixmap>
 
@@ -14,10 +18,18 @@ public:
     //! Null without a ratio, without a size, and when there is no memory for it.
     [[nodiscard]] const QPixmap &pixmap() const;
     [[nodiscard]] const NetInfoGraphLabels &labels() const;
+    //! Copies the picture to \a painter.
+    void paint(QPainter &painter) const;
 
 private:
+    void paintPixmaps();
+    void copy(QPainter &painter, const QRect &part) const;
+    void copyRepeatedRows(QPainter &painter) const;
+    void copyMargins(QPainter &painter) const;
+
     NetInfoGraphFace m_face;
     NetInfoGraphLabels m_labels;
     qreal m_ratio = -1; // none yet
     QPixmap m_pixmap;
+    QPixmap m_rows; // the rows between two lines; null when all is copied
 };

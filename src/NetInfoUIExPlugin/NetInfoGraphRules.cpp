@@ -84,6 +84,13 @@ bool labelsFitMargin(int width)
     return width <= kLabelMargin;
 }
 
+int graphLabelLeft(const GraphPlot &plot, int labelWidth)
+{
+    const int right = int(plot.left + plot.width);
+    const int taken = labelsFitMargin(labelWidth) ? 0 : 2 * kGraphLabelGap + labelWidth;
+    return right + kGraphLabelGap - taken;
+}
+
 GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area, int labelWidth, int maximum,
                               bool mirrored)
 {
@@ -142,13 +149,34 @@ void curveLines(const GraphCurveArea &area, const QList<double> &history, QVecto
     }
 }
 
-int labelStride(const GraphPlot &plot, int labelHeight)
+void moveAside(QVector<QLineF> &lines, double across)
 {
-    const double step = plot.height / kGraphColumns;
-    if (plot.isEmpty() || labelHeight <= 0)
+    for (QLineF &line : lines) {
+        const bool steep = std::abs(line.dy()) > std::abs(line.dx());
+        line.translate(steep ? across : 0.0, steep ? 0.0 : -1.0);
+    }
+}
+
+int labelStride(const GraphPlot &plot, int labelWidth, int labelHeight)
+{
+    const bool fits = labelsFitMargin(labelWidth) || labelWidth + 2 * kGraphLabelGap <= plot.width;
+    if (plot.isEmpty() || labelHeight <= 0 || !fits)
         return 0;
+    const double step = plot.height / kGraphColumns;
     const double stride = std::ceil(labelHeight / step);
     return stride <= kGraphLines ? int(stride) : 0;
+}
+
+QVector<GraphRows> singularRows(const GraphPlot &plot, const QRect &area)
+{
+    const int top = int(plot.top);
+    const int bottom = int(plot.top + plot.height);
+    QVector<GraphRows> rows;
+    rows << GraphRows { area.top(), top + 1 - area.top() };
+    for (int line = 1; line < kGraphLines; ++line)
+        rows << GraphRows { int(plot.lineY(line)) - 1, 3 }; // a line lies at about its position
+    rows << GraphRows { bottom - 1, area.bottom() + 2 - bottom };
+    return rows;
 }
 
 QString profileColourName(QString text)

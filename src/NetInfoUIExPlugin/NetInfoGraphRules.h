@@ -13,6 +13,7 @@ namespace NetInfoRules {
 
 constexpr int kGraphColumns = 12;
 constexpr int kGraphLines = 11;
+constexpr int kGraphDotPeriod = 4; //!< from dot to dot of the grid, in pixels
 constexpr int kGraphLabelGap = 3; //!< beside a label, in pixels
 constexpr int kFirstGraphScale = 60; //!< also the step in which the scale grows
 
@@ -51,6 +52,9 @@ struct GraphPlot
 //! Whether scale labels \a width pixels wide fit between the plot and the widget's edge.
 [[nodiscard]] bool labelsFitMargin(int width);
 
+//! Where the labels begin: beside \a plot, or inside it when they do not fit.
+[[nodiscard]] int graphLabelLeft(const GraphPlot &plot, int labelWidth);
+
 //! Where the curves lie: the newest sample at the right edge, at the left one when mirrored.
 struct GraphCurveArea
 {
@@ -69,7 +73,8 @@ struct GraphCurveArea
 [[nodiscard]] GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area,
                                             int labelWidth, int maximum, bool mirrored);
 
-//! The distance of two samples in pixels: at least 4, and a whole number of samples to a column.
+//! The distance of two samples in pixels: a whole number of samples to a column, 4 or more apart
+//! where the column has room for two, and never less than 1.
 [[nodiscard]] double sampleSpacing(double columnStep);
 
 //! How many of \a count samples \a area shows.
@@ -84,9 +89,24 @@ struct GraphCurveArea
 //! Replaces \a lines by the segments between the visible samples of \a history, newest first.
 void curveLines(const GraphCurveArea &area, const QList<double> &history, QVector<QLineF> &lines);
 
-//! Which lines get their label: each n-th, so that labels \a labelHeight high do not overlap. 0:
-//! none.
-[[nodiscard]] int labelStride(const GraphPlot &plot, int labelHeight);
+//! Moves each of \a lines a pixel aside, across its direction: up, or by \a across when it is
+//! steep.
+void moveAside(QVector<QLineF> &lines, double across);
+
+//! Which lines get their label: each n-th, so that labels of this size, in pixels, do not overlap.
+//! 0: none, also where the plot is too narrow for them.
+[[nodiscard]] int labelStride(const GraphPlot &plot, int labelWidth, int labelHeight);
+
+//! Rows of the widget, from \a top on, \a height high.
+struct GraphRows
+{
+    int top;
+    int height;
+};
+
+//! The rows of the widget \a area that are like no other: what is above \a plot, its lines and what
+//! is below it. Between them the same rows repeat themselves every kGraphDotPeriod.
+[[nodiscard]] QVector<GraphRows> singularRows(const GraphPlot &plot, const QRect &area);
 
 //! \a text without the two characters after its first one: "#FF102030" becomes "#102030".
 [[nodiscard]] QString profileColourName(QString text);

@@ -30,6 +30,7 @@ constexpr int kLabelFont = 3;
 
 constexpr int kDefaultTextSize = 10; // in pixels
 constexpr int kLargestTextSize = 14; // what the caption's margin holds
+constexpr qreal kLargestRatio = 4; // of screens; a magnified layer would take the memory instead
 
 //! \a colour, or what reads on \a background when it is none.
 [[nodiscard]] QColor readable(const QColor &colour, const QColor &background)
@@ -44,8 +45,8 @@ constexpr int kLargestTextSize = 14; // what the caption's margin holds
 {
     const QTransform &transform = painter.deviceTransform();
     const bool copies = painter.paintEngine()->type() == QPaintEngine::Raster
-        && transform.type() <= QTransform::TxScale
-        && qFuzzyCompare(transform.m11(), transform.m22()) && transform.m11() > 0;
+        && transform.type() <= QTransform::TxScale && transform.m11() > 0
+        && transform.m11() <= kLargestRatio && qFuzzyCompare(transform.m11(), transform.m22());
     return copies ? transform.m11() : 0;
 }
 
@@ -68,7 +69,7 @@ void GraphWidget::init()
     m_uploadColour = profileColour(kUploadColour);
     m_downloadColour = profileColour(kDownloadColour);
     // What paints every pixel itself needs no other background below it.
-    setAttribute(Qt::WA_OpaquePaintEvent, profileColour(kBackgroundColour).alpha() == 255);
+    setAttribute(Qt::WA_OpaquePaintEvent, backgroundColour().alpha() == 255);
 
     m_font.setWeight(QFont::Normal);
     if (m_fonts.size() <= kLabelFont)
@@ -84,6 +85,16 @@ QColor GraphWidget::profileColour(int position) const
     if (m_colours.size() <= position)
         return QColor();
     return QtCompat::namedColour(NetInfoRules::profileColourName(m_colours.at(position).color));
+}
+
+QColor GraphWidget::backgroundColour() const
+{
+    QColor colour = profileColour(kBackgroundColour);
+    if (!colour.isValid()) {
+        colour = palette().color(QPalette::Base);
+        colour.setAlpha(255);
+    }
+    return colour;
 }
 
 void GraphWidget::DrawGraph(double up, double down)
@@ -131,6 +142,8 @@ void GraphWidget::drawRightToLeft(QPainter &painter)
 
 void GraphWidget::draw(QPainter &painter, bool mirrored)
 {
+    if (!painter.isActive())
+        return;
     const NetInfoGraphFace now = face(mirrored);
     m_layer.update(now, copyRatio(painter));
     m_labelWidth = m_layer.labels().width;
@@ -138,7 +151,7 @@ void GraphWidget::draw(QPainter &painter, bool mirrored)
     if (m_layer.pixmap().isNull())
         paintGraphFace(painter, now, m_layer.labels());
     else
-        painter.drawPixmap(0, 0, m_layer.pixmap());
+        m_layer.paint(painter);
     const NetInfoRules::GraphCurveArea area
         = NetInfoRules::graphCurveArea(m_plot, now.area, m_labelWidth, m_scaleMaximum, mirrored);
     paintGraphCurves(painter, now, area, m_upload, m_download, m_lines);
@@ -162,8 +175,7 @@ NetInfoGraphFace GraphWidget::face(bool mirrored)
     face.font = m_font;
     const int size = m_fontPixelSize > 0 ? m_fontPixelSize : kDefaultTextSize;
     face.font.setPixelSize(std::min(size, kLargestTextSize));
-    const QColor background = profileColour(kBackgroundColour);
-    face.background = background.isValid() ? background : palette().color(QPalette::Base);
+    face.background = backgroundColour();
     face.ink = readable(m_gridColour, face.background);
     face.upload = readable(m_uploadColour, face.background);
     face.download = readable(m_downloadColour, face.background);

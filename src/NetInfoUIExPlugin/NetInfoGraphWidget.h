@@ -35,6 +35,7 @@ public:
 
 private:
     [[nodiscard]] QColor profileColour(int position) const;
+    [[nodiscard]] QColor backgroundColour() const;
     [[nodiscard]] NetInfoGraphFace face(bool mirrored);
     void draw(QPainter &painter, bool mirrored);
     void askForWholePaint(const QRect &painted);
@@ -51,8 +52,8 @@ private:
     int m_scaleMaximum = NetInfoRules::kFirstGraphScale;
     int m_historyLimit; // the primary screen's height: the height, not the width, on purpose
     NetInfoRules::GraphPlot m_plot; // of the last paint
-    int m_labelWidth = 0; // in pixels
-    int m_labelStride = 0;
+    int m_labelWidth = 0; // of the last paint, in pixels
+    int m_labelStride = 0; // of the last paint: each m_labelStride-th line has its label
 
     NetInfoGraphLayer m_layer;
     QVector<QLineF> m_lines; // scratch memory of the curves

@@ -197,6 +197,7 @@ void CNetInfoUIService::applyColumnWidth()
 void CNetInfoUIService::OnDestroy()
 {
     delete m_page->mainWidget;
+    delete m_page->graph; // when the host has taken it out of the page
     NetInfoGraphConfigParse::OnDestroy();
     m_page->settings = nullptr;
     // The pages that no host window has taken would stay behind as windows of their own.

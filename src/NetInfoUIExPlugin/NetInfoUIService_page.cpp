@@ -101,12 +101,15 @@ void CNetInfoUIService::createLeftWidget()
 
 void CNetInfoUIService::createGraphWidget()
 {
+    if (m_page->graph)
+        return;
     m_page->graph = m_page->splitter ? new (std::nothrow) GraphWidget(m_page->mainWidget) : nullptr;
+    if (m_page->graph)
+        m_page->graph->hide(); // until it is a pane
     if (!m_page->graph || !m_page->source) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for a widget", kSource);
         return;
     }
-    m_page->graph->hide(); // until it is a pane
     if (!isFunctionEnabled("SHOWGRAPH"))
         return;
     m_page->graph->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetGraph"));

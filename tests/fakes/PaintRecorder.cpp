@@ -88,7 +88,7 @@ void PaintRecorder::drawRects(const QRectF *list, int count)
 {
     for (int i = 0; i < count; ++i) {
         rects << RecordedRect { painter()->deviceTransform().mapRect(list[i]), outlineOf(painter()),
-                                fillOf(painter()) };
+                                fillOf(painter()), ++m_calls };
     }
 }
 
@@ -101,9 +101,12 @@ void PaintRecorder::drawTextItem(const QPointF &position, const QTextItem &item)
 {
     const QTransform &transform = painter()->deviceTransform();
     const QLineF along = transform.map(QLineF(position, position + QPointF(1, 0)));
-    texts << RecordedText { item.text(), along.p1(),
-                            qRadiansToDegrees(std::atan2(along.dy(), along.dx())), item.font(),
-                            painter()->pen().color() };
+    texts << RecordedText { item.text(),
+                            along.p1(),
+                            qRadiansToDegrees(std::atan2(along.dy(), along.dx())),
+                            item.font(),
+                            painter()->pen().color(),
+                            ++m_calls };
 }
 
 void PaintRecorder::drawPolygon(const QPointF *, int, PolygonDrawMode)

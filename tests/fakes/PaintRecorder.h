@@ -17,7 +17,7 @@ struct RecordedLine
     QLineF line;
     QColor colour;
     bool dotted;
-    int call; //!< lines of one call have the same number
+    int order; //!< of the call among all that paint
 };
 
 struct RecordedRect
@@ -25,6 +25,7 @@ struct RecordedRect
     QRectF rect;
     QColor outline; //!< invalid: none
     QColor fill; //!< invalid: none
+    int order;
 };
 
 struct RecordedText
@@ -34,6 +35,7 @@ struct RecordedText
     qreal angle; //!< in degrees, clockwise
     QFont font;
     QColor colour;
+    int order;
 
     //! What the glyphs cover.
     [[nodiscard]] QRectF ink() const;

@@ -76,8 +76,9 @@ QByteArray PluginFolder::profile(const QList<QByteArray> &colours, const QByteAr
     QByteArray entries;
     for (const QByteArray &colour : colours)
         entries += "<Color id=\"c\" color=\"" + colour + "\"/>";
-    for (int i = 0; i < 4; ++i)
-        entries += "<Font id=\"f\" family=\"Sans Serif\" style=\"normal\" size=\"" + size + "\"/>";
+    for (int i = 0; i < 3; ++i)
+        entries += "<Font id=\"f\" family=\"Serif\" style=\"bold\" size=\"13\"/>";
+    entries += "<Font id=\"f\" family=\"Sans Serif\" style=\"bold\" size=\"" + size + "\"/>";
     return "<TrendsCtrlProfile>" + entries + "</TrendsCtrlProfile>";
 }
 

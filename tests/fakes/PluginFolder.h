@@ -31,7 +31,7 @@ public:
 
     //! Every switch there is.
     [[nodiscard]] static QStringList allSwitches();
-    //! A profile of \a colours, each "#" and eight digits, and four fonts of \a size.
+    //! A profile of \a colours, each "#" and eight digits, and four fonts: the last has \a size.
     [[nodiscard]] static QByteArray profile(const QList<QByteArray> &colours,
                                             const QByteArray &size = "10");
     //! A whole configuration with one module \a content.

@@ -1,5 +1,6 @@
 #include "NetInfoGraphLayer.h"
 
+#include <QPainter>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(NetInfoGraphFace)
@@ -34,6 +35,9 @@ private slots:
     void anotherRatioIsPaintedAgain();
     void withoutARatioThereAreLabelsAndNoPixels();
     void withoutASizeThereAreNoPixels();
+    void halfPixelsAtTheEdgesArePainted();
+    void whatIsCopiedIsTheWholePicture_data();
+    void whatIsCopiedIsTheWholePicture();
     void anOpaqueBackgroundNeedsNoAlpha();
     void aClearBackgroundStaysClear();
 };
@@ -132,6 +136,62 @@ void tst_GraphLayer::withoutASizeThereAreNoPixels()
     layer.update(NetInfoGraphFace(), 1);
     QVERIFY(layer.pixmap().isNull());
     QCOMPARE(layer.labels().stride, 0);
+}
+
+void tst_GraphLayer::halfPixelsAtTheEdgesArePainted()
+{
+    NetInfoGraphFace face = someFace();
+    face.area = QRect(0, 0, 601, 301);
+    face.background = Qt::darkCyan;
+    for (const double ratio : { 1.1, 1.25, 1.5, 1.75 }) {
+        NetInfoGraphLayer layer;
+        layer.update(face, ratio);
+        const QImage painted = layer.pixmap().toImage();
+        QCOMPARE(painted.size(), QSize(qCeil(601 * ratio), qCeil(301 * ratio)));
+        QCOMPARE(painted.pixelColor(painted.width() - 1, 0), QColor(Qt::darkCyan));
+        QCOMPARE(painted.pixelColor(0, painted.height() - 1), QColor(Qt::darkCyan));
+    }
+}
+
+void tst_GraphLayer::whatIsCopiedIsTheWholePicture_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<double>("ratio");
+    const QList<QSize> sizes = { { 1, 1 },     { 51, 71 },   { 60, 90 },   { 130, 103 },
+                                 { 300, 200 }, { 517, 391 }, { 600, 300 }, { 1920, 1080 } };
+    for (const QSize &size : sizes) {
+        for (const int maximum : { 60, 9960, 2147483640 }) {
+            for (const double ratio : { 1.0, 1.25, 2.0, 3.0 }) {
+                QTest::addRow("%d x %d, %d, ratio %g", size.width(), size.height(), maximum, ratio)
+                    << size << maximum << ratio;
+            }
+        }
+    }
+}
+
+void tst_GraphLayer::whatIsCopiedIsTheWholePicture()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, maximum);
+    QFETCH(double, ratio);
+    NetInfoGraphFace face = someFace();
+    face.area = QRect(QPoint(0, 0), size);
+    face.plot = NetInfoRules::graphPlot(face.area);
+    face.maximum = maximum;
+    for (const bool mirrored : { false, true }) {
+        face.mirrored = mirrored;
+        NetInfoGraphLayer layer;
+        layer.update(face, ratio);
+        const QImage whole = layer.pixmap().toImage();
+        QImage copied(whole.size(), QImage::Format_RGB32);
+        copied.setDevicePixelRatio(ratio);
+        copied.fill(Qt::magenta);
+        QPainter painter(&copied);
+        layer.paint(painter);
+        painter.end();
+        QCOMPARE(copied, whole.convertToFormat(QImage::Format_RGB32));
+    }
 }
 
 void tst_GraphLayer::anOpaqueBackgroundNeedsNoAlpha()

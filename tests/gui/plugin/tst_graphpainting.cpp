@@ -36,10 +36,19 @@ private slots:
     void theLegendNamesBothCurves();
     void theCurvesAreScaledSegmentsOfTheirColour();
     void theDownloadCurveIsThicker();
+    void theThicknessIsSeenOnEveryScreen_data();
+    void theThicknessIsSeenOnEveryScreen();
+    void theCurvesStayInThePlot_data();
+    void theCurvesStayInThePlot();
+    void withoutRoomForAPlotThereIsNone_data();
+    void withoutRoomForAPlotThereIsNone();
+    void aPlotTooNarrowForItsLabelsHasNone();
     void oneSampleIsNoCurve();
     void theScaleFollowsTheSamples();
     void samplesAboveTheScaleStayInThePlot();
+    void rightToLeftIsTheMirrorImage_data();
     void rightToLeftIsTheMirrorImage();
+    void theApplicationsDirectionCounts();
     void aNewLanguageIsPaintedNext();
     void nothingOverlaps_data();
     void nothingOverlaps();
@@ -146,6 +155,9 @@ void tst_GraphPainting::theLegendNamesBothCurves()
     QVERIFY(uploadStrokes.first().line.x2() < uploadInk.left());
     QVERIFY(uploadInk.right() < downloadStrokes.first().line.x1());
     QVERIFY(downloadStrokes.first().line.x2() < downloadInk.left());
+    QCOMPARE(downloadStrokes.last().line, downloadStrokes.first().line.translated(0, -1));
+    QCOMPARE(painted->texts.at(upload).colour, m_ink);
+    QCOMPARE(painted->texts.at(download).colour, m_ink);
 }
 
 void tst_GraphPainting::theCurvesAreScaledSegmentsOfTheirColour()
@@ -167,13 +179,103 @@ void tst_GraphPainting::theCurvesAreScaledSegmentsOfTheirColour()
 void tst_GraphPainting::theDownloadCurveIsThicker()
 {
     make();
-    addSamples(50);
+    for (int i = 0; i < 50; ++i)
+        m_graph->DrawGraph(i, i % 4 ? i : 50 - i);
     const auto painted = record();
     const QList<QLineF> download = plain(painted->linesOf(m_downloadColour)).mid(2);
     QCOMPARE(int(download.size()), 2 * 49); // once more beside itself
-    for (int i = 0; i < 49; ++i)
-        QCOMPARE(download.at(49 + i), download.at(i).translated(-1, -1));
+    int steep = 0;
+    for (int i = 0; i < 49; ++i) {
+        const QLineF &line = download.at(i);
+        const bool isSteep = qAbs(line.dy()) > qAbs(line.dx());
+        steep += isSteep;
+        QCOMPARE(download.at(49 + i), isSteep ? line.translated(-1, 0) : line.translated(0, -1));
+    }
+    QVERIFY(steep > 0 && steep < 49);
     QCOMPARE(int(painted->linesOf(m_uploadColour).size()), 1 + 49);
+}
+
+void tst_GraphPainting::theThicknessIsSeenOnEveryScreen_data()
+{
+    QTest::addColumn<double>("ratio");
+    for (const double ratio : { 1.0, 1.25, 1.5, 2.0, 3.0 })
+        QTest::addRow("%g", ratio) << ratio;
+}
+
+void tst_GraphPainting::theThicknessIsSeenOnEveryScreen()
+{
+    QFETCH(double, ratio);
+    make();
+    for (int i = 0; i < 20; ++i)
+        m_graph->DrawGraph(15, 30); // level
+    const QImage painted = image(ratio);
+    int upload = 0;
+    int download = 0;
+    for (int y = 0; y < painted.height(); ++y) {
+        upload += painted.pixelColor(int(550 * ratio), y) == m_uploadColour;
+        download += painted.pixelColor(int(550 * ratio), y) == m_downloadColour;
+    }
+    QVERIFY(upload >= 1);
+    QVERIFY2(download > upload, qPrintable(QString::number(download)));
+}
+
+void tst_GraphPainting::theCurvesStayInThePlot_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<int>("left");
+    QTest::newRow("left to right") << int(Qt::LeftToRight) << 20;
+    QTest::newRow("right to left") << int(Qt::RightToLeft) << 29;
+}
+
+void tst_GraphPainting::theCurvesStayInThePlot()
+{
+    QFETCH(int, direction);
+    QFETCH(int, left);
+    QApplication::setLayoutDirection(Qt::LayoutDirection(direction));
+    make();
+    for (int i = 0; i < 500; ++i)
+        m_graph->DrawGraph(i % 3 ? 60 : 0, i % 2 ? 60 : 0);
+    const QImage painted = image();
+    const QRect plot(left, 60, 551, 231);
+    int inside = 0;
+    for (int y = 45; y < 300; ++y) { // below the legend
+        for (int x = 0; x < 600; ++x) {
+            const QColor colour = painted.pixelColor(x, y);
+            const bool isCurve = colour == m_uploadColour || colour == m_downloadColour;
+            QVERIFY2(!isCurve || plot.contains(x, y), qPrintable(QString::number(x)));
+            inside += isCurve;
+        }
+    }
+    QVERIFY(inside > 10000);
+}
+
+void tst_GraphPainting::withoutRoomForAPlotThereIsNone_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("not high enough") << QSize(300, 70);
+    QTest::newRow("not wide enough") << QSize(50, 300);
+}
+
+void tst_GraphPainting::withoutRoomForAPlotThereIsNone()
+{
+    QFETCH(QSize, size);
+    make(size);
+    addSamples(50);
+    const auto painted = record();
+    QVERIFY(painted->linesOf(m_ink, true).isEmpty());
+    QVERIFY(painted->textList().filter(QStringLiteral("60")).isEmpty());
+    QVERIFY(painted->textList().filter(QStringLiteral("IDS_TRENDS_SPEED")).isEmpty());
+    QCOMPARE(int(painted->rects.size()), 1); // the background
+    QVERIFY(painted->linesOf(m_uploadColour).size() <= 1);
+}
+
+void tst_GraphPainting::aPlotTooNarrowForItsLabelsHasNone()
+{
+    make(QSize(100, 300));
+    m_graph->DrawGraph(0, 1e300);
+    QVERIFY(labels().isEmpty());
+    m_graph->resize(130, 300);
+    QCOMPARE(labels().first(), QStringLiteral("2147483640"));
 }
 
 void tst_GraphPainting::oneSampleIsNoCurve()
@@ -211,10 +313,27 @@ void tst_GraphPainting::samplesAboveTheScaleStayInThePlot()
     QCOMPARE(upload.at(0).y2(), 60.0);
 }
 
-void tst_GraphPainting::rightToLeftIsTheMirrorImage()
+void tst_GraphPainting::theApplicationsDirectionCounts()
 {
     make();
+    m_graph->setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(record()->rects.last().rect.left(), 20.0);
+}
+
+void tst_GraphPainting::rightToLeftIsTheMirrorImage_data()
+{
+    QTest::addColumn<double>("speed");
+    QTest::newRow("labels of two digits") << 0.0;
+    QTest::newRow("labels of different lengths") << 1000.0;
+    QTest::newRow("labels in the plot") << 125000.0;
+}
+
+void tst_GraphPainting::rightToLeftIsTheMirrorImage()
+{
+    QFETCH(double, speed);
+    make();
     addSamples(40);
+    m_graph->DrawGraph(0, speed);
     const auto left = record();
     QApplication::setLayoutDirection(Qt::RightToLeft);
     const auto right = record();
@@ -225,7 +344,12 @@ void tst_GraphPainting::rightToLeftIsTheMirrorImage()
                 || right->lines.at(i).line == QLineF(line.p2(), line.p1()));
         QCOMPARE(right->lines.at(i).colour, left->lines.at(i).colour);
     }
-    QCOMPARE(right->rects.last().rect, QRectF(29, 60, 550, 230));
+    QCOMPARE(right->rects.size(), left->rects.size());
+    for (int i = 0; i < left->rects.size(); ++i) {
+        const QRectF before = left->rects.at(i).rect;
+        QVERIFY(qAbs(right->rects.at(i).rect.left() - (599 - before.right())) <= 1);
+        QCOMPARE(right->rects.at(i).rect.size(), before.size());
+    }
     QCOMPARE(right->textList(), left->textList());
     for (int i = 0; i < left->texts.size(); ++i) {
         const QRectF before = left->texts.at(i).ink();
@@ -319,10 +443,12 @@ void tst_GraphPainting::labelsInThePlotStandOnClearGround()
     for (int line = 0; line < 11; ++line) {
         const QRectF ink = painted->texts.at(first + line).ink();
         QVERIFY(ink.left() > newest && ink.right() < 570);
+        QVERIFY(ink.right() > 560); // the digits stand one below the other
         bool cleared = false;
         for (const RecordedRect &rect : painted->rects)
             cleared = cleared
                 || (rect.fill == m_background && rect.rect.width() < 100
+                    && rect.order < painted->texts.at(first).order
                     && rect.rect.contains(ink.adjusted(0.5, 0, -0.5, 0)));
         QVERIFY(cleared);
     }
@@ -343,6 +469,9 @@ void tst_GraphPainting::theCopyShowsWhatIsPaintedDirectly_data()
     QTest::newRow("left to right") << QSize(600, 300) << int(Qt::LeftToRight);
     QTest::newRow("right to left") << QSize(600, 300) << int(Qt::RightToLeft);
     QTest::newRow("small") << QSize(300, 200) << int(Qt::LeftToRight);
+    QTest::newRow("large") << QSize(1920, 1080) << int(Qt::RightToLeft);
+    QTest::newRow("odd") << QSize(517, 391) << int(Qt::LeftToRight);
+    QTest::newRow("a plot of one pixel") << QSize(51, 71) << int(Qt::LeftToRight);
     QTest::newRow("without a plot") << QSize(40, 40) << int(Qt::LeftToRight);
 }
 

@@ -28,6 +28,8 @@ class tst_GraphWidget : public GraphTest
     Q_OBJECT
 private slots:
     void theProfileIsReadOnce();
+    void itPaintsItsBackgroundItself();
+    void theFourthFontIsUsed();
     void aProfileThatCannotBeReadIsLogged();
     void aProfileThatEndsEarlyGivesItsFirstEntries();
     void aShortProfileStillPaints_data();
@@ -49,6 +51,8 @@ private slots:
     void aGraphThatIsNeverWholeDoesNotPaintForEver();
     void itPaintsWithoutAStatisticsSource();
     void paintingBeforeAnyPaintEventIsHarmless();
+    void aPainterThatPaintsNothingIsHarmless();
+    void aMagnifiedPaintTakesNoMemory();
 };
 
 void tst_GraphWidget::theProfileIsReadOnce()
@@ -59,6 +63,28 @@ void tst_GraphWidget::theProfileIsReadOnce()
     addSamples(3);
     image();
     QVERIFY(m_log->takeLines().filter(reader).isEmpty());
+}
+
+void tst_GraphWidget::itPaintsItsBackgroundItself()
+{
+    make();
+    QVERIFY(m_graph->testAttribute(Qt::WA_OpaquePaintEvent)); // nothing is painted below it
+    QVERIFY(m_graph->autoFillBackground());
+}
+
+void tst_GraphWidget::theFourthFontIsUsed()
+{
+    const QFont before = QApplication::font();
+    QFont bold = before;
+    bold.setBold(true);
+    QApplication::setFont(bold);
+    make();
+    QApplication::setFont(before);
+    const auto painted = record();
+    for (const RecordedText &text : std::as_const(painted->texts)) {
+        QCOMPARE(text.font.family(), QStringLiteral("Sans Serif"));
+        QCOMPARE(int(text.font.weight()), int(QFont::Normal)); // whatever the profile's style is
+    }
 }
 
 void tst_GraphWidget::aProfileThatCannotBeReadIsLogged()
@@ -142,14 +168,20 @@ void tst_GraphWidget::hostileColoursStillPaint()
 void tst_GraphWidget::hostileFontSizesStillPaint_data()
 {
     QTest::addColumn<QByteArray>("size");
-    for (const char *size : { "", "0", "-1", "-2147483648", "2147483647", "99999999999999999999",
-                              "1e3", "ten", "0x10", "1", "500" })
-        QTest::newRow(size[0] ? size : "empty") << QByteArray(size);
+    QTest::addColumn<int>("pixels");
+    for (const char *size :
+         { "", "0", "-1", "-2147483648", "99999999999999999999", "1e3", "ten", "0x10" })
+        QTest::newRow(size[0] ? size : "empty") << QByteArray(size) << 10;
+    for (const int size : { 1, 9, 13, 14 })
+        QTest::addRow("%d", size) << QByteArray::number(size) << size;
+    for (const int size : { 15, 500, 2147483647 }) // more than the margins hold
+        QTest::addRow("%d", size) << QByteArray::number(size) << 14;
 }
 
 void tst_GraphWidget::hostileFontSizesStillPaint()
 {
     QFETCH(QByteArray, size);
+    QFETCH(int, pixels);
     m_folder->writeProfile(PluginFolder::profile(
         { "#FF202020", "#FF111111", "#FFFFFF00", "#FF0000FF", "#FF808080" }, size));
     make();
@@ -157,8 +189,7 @@ void tst_GraphWidget::hostileFontSizesStillPaint()
     const auto painted = record();
     QVERIFY(painted->textList().contains(QStringLiteral("IDS_TRENDS_SPEED-KBPS")));
     for (const RecordedText &text : painted->texts) {
-        QVERIFY(text.font.pixelSize() >= 1 && text.font.pixelSize() <= 14);
-        QCOMPARE(text.font.weight(), QFont::Normal);
+        QCOMPARE(text.font.pixelSize(), pixels);
         QVERIFY(QRectF(0, 0, 600, 300).contains(text.ink()));
     }
     image();
@@ -182,7 +213,9 @@ void tst_GraphWidget::withoutABackgroundThePaletteDecides()
     make();
     for (const QColor &base : { QColor(Qt::white), QColor(Qt::black) }) {
         QPalette palette = m_graph->palette();
-        palette.setColor(QPalette::Base, base);
+        QColor clear = base; // as hosts do that paint behind their widgets
+        clear.setAlpha(0);
+        palette.setColor(QPalette::Base, clear);
         m_graph->setPalette(palette);
         QCOMPARE(image().pixelColor(1, 1), base);
         QCOMPARE(record()->texts.first().colour,
@@ -353,6 +386,32 @@ void tst_GraphWidget::paintingBeforeAnyPaintEventIsHarmless()
     }
     QCOMPARE(labels().size(), 11);
     QCOMPARE(image().pixelColor(20, 250), m_ink); // nothing of it is kept
+}
+
+void tst_GraphWidget::aPainterThatPaintsNothingIsHarmless()
+{
+    make();
+    image();
+    QPainter painter;
+    m_graph->drawLeftToRight(painter);
+    m_graph->drawRightToLeft(painter);
+}
+
+void tst_GraphWidget::aMagnifiedPaintTakesNoMemory()
+{
+    make();
+    addSamples(50);
+    image();
+    QImage target(600, 300, QImage::Format_RGB32);
+    for (const double scale : { 5.0, 1000.0, 1e9 }) {
+        target.fill(Qt::magenta);
+        QPainter painter(&target);
+        painter.scale(scale, scale);
+        m_graph->drawLeftToRight(painter);
+        painter.end();
+        if (scale < 1e6) // beyond, nothing can be painted
+            QCOMPARE(target.pixelColor(3, 3), m_background);
+    }
 }
 
 QTEST_MAIN(tst_GraphWidget)

@@ -35,6 +35,7 @@ private slots:
     void anErrorRightAfterTheRootIs6();
     void anErrorBeforeTheRootIs6_data();
     void anErrorBeforeTheRootIs6();
+    void anEntityBombIsRefused();
     void hostileXmlKeepsTheEntriesBefore_data();
     void hostileXmlKeepsTheEntriesBefore();
     void theTraceIsComplete();
@@ -265,6 +266,19 @@ void tst_NetInfoGraphConfigParse::anErrorBeforeTheRootIs6()
 {
     QFETCH(QByteArray, xml);
     m_folder->writeProfile(xml);
+    expectReadError(false);
+    QCOMPARE(read(), 6);
+    QVERIFY(m_colours.isEmpty());
+}
+
+void tst_NetInfoGraphConfigParse::anEntityBombIsRefused()
+{
+    QByteArray bomb = "<!DOCTYPE TrendsCtrlProfile [<!ENTITY e0 \"boom\">";
+    for (int i = 1; i < 12; ++i) {
+        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ";";
+        bomb += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner.repeated(10) + "\">";
+    }
+    m_folder->writeProfile(bomb + "]><TrendsCtrlProfile>&e11;</TrendsCtrlProfile>");
     expectReadError(false);
     QCOMPARE(read(), 6);
     QVERIFY(m_colours.isEmpty());

@@ -54,12 +54,15 @@ private slots:
     void theNewestSampleIsAtTheReadingEnd();
     void speedsBecomeHeights_data();
     void speedsBecomeHeights();
+    void anEmptyAreaShowsNothing();
     void aCurveJoinsTheVisibleSamples();
     void aCurveOfLessThanTwoSamplesIsEmpty();
     void longLabelsTakeTheirRoomFromTheCurves_data();
     void longLabelsTakeTheirRoomFromTheCurves();
     void labelsDoNotOverlap_data();
     void labelsDoNotOverlap();
+    void aNarrowPlotHasNoLabels();
+    void segmentsMoveAcrossTheirDirection();
     void twoCharactersOfAColourGo_data();
     void twoCharactersOfAColourGo();
 };
@@ -199,6 +202,8 @@ void tst_NetInfoGraphRules::thePlotIsInset_data()
     QTest::newRow("600 x 300") << QRect(0, 0, 600, 300) << QRectF(20, 60, 550, 230);
     QTest::newRow("not at the origin") << QRect(7, 5, 300, 200) << QRectF(27, 65, 250, 130);
     QTest::newRow("smallest with a plot") << QRect(0, 0, 51, 71) << QRectF(20, 60, 1, 1);
+    QTest::newRow("not wide enough") << QRect(0, 0, 50, 71) << QRectF(20, 60, 0, 1);
+    QTest::newRow("not high enough") << QRect(0, 0, 51, 70) << QRectF(20, 60, 1, 0);
     QTest::newRow("without a plot") << QRect(0, 0, 50, 70) << QRectF(20, 60, 0, 0);
     QTest::newRow("one pixel") << QRect(0, 0, 1, 1) << QRectF(20, 60, -49, -69);
 }
@@ -214,7 +219,7 @@ void tst_NetInfoGraphRules::thePlotIsInset()
     QCOMPARE(result.width, plot.width());
     QCOMPARE(result.height, plot.height());
     QCOMPARE(result.columnStep, plot.width() / 12.0);
-    QCOMPARE(result.isEmpty(), plot.width() <= 0);
+    QCOMPARE(result.isEmpty(), plot.width() <= 0 || plot.height() <= 0);
 }
 
 void tst_NetInfoGraphRules::linesDivideThePlotInTwelve()
@@ -316,6 +321,17 @@ void tst_NetInfoGraphRules::speedsBecomeHeights()
     QCOMPARE(sampleY(areaOf(250, 5), speed), y);
 }
 
+void tst_NetInfoGraphRules::anEmptyAreaShowsNothing()
+{
+    GraphCurveArea area = areaOf(250, 5);
+    area.maximum = 0;
+    QCOMPARE(sampleY(area, 10), 180.0);
+    area.height = 0;
+    QCOMPARE(visibleSamples(area, 10), 0);
+    area = areaOf(250, 0);
+    QCOMPARE(visibleSamples(area, 10), 0);
+}
+
 void tst_NetInfoGraphRules::aCurveJoinsTheVisibleSamples()
 {
     QVector<QLineF> lines(99);
@@ -382,8 +398,28 @@ void tst_NetInfoGraphRules::labelsDoNotOverlap()
 {
     QFETCH(int, height);
     QFETCH(int, stride);
-    QCOMPARE(labelStride(graphPlot(QRect(0, 0, 300, height)), 10), stride);
-    QCOMPARE(labelStride(graphPlot(QRect(0, 0, 300, height)), 0), 0);
+    QCOMPARE(labelStride(graphPlot(QRect(0, 0, 300, height)), 20, 10), stride);
+    QCOMPARE(labelStride(graphPlot(QRect(0, 0, 300, height)), 20, 0), 0);
+}
+
+void tst_NetInfoGraphRules::aNarrowPlotHasNoLabels()
+{
+    const GraphPlot plot = graphPlot(QRect(0, 0, 100, 300)); // 50 wide
+    QCOMPARE(labelStride(plot, 44, 10), 1);
+    QCOMPARE(labelStride(plot, 45, 10), 0);
+    const GraphPlot sliver = graphPlot(QRect(0, 0, 51, 300));
+    QCOMPARE(labelStride(sliver, 26, 10), 1); // beside it
+    QCOMPARE(labelStride(sliver, 27, 10), 0);
+    QCOMPARE(labelStride(graphPlot(QRect(0, 0, 50, 300)), 10, 10), 0);
+}
+
+void tst_NetInfoGraphRules::segmentsMoveAcrossTheirDirection()
+{
+    QVector<QLineF> lines = { { 0, 0, 4, 1 }, { 0, 0, 4, 9 }, { 0, 0, 4, -9 }, { 0, 0, 4, 4 } };
+    moveAside(lines, -1);
+    QCOMPARE(
+        lines,
+        QVector<QLineF>({ { 0, -1, 4, 0 }, { -1, 0, 3, 9 }, { -1, 0, 3, -9 }, { 0, -1, 4, 3 } }));
 }
 
 void tst_NetInfoGraphRules::twoCharactersOfAColourGo_data()
