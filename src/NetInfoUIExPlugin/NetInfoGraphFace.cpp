@@ -10,6 +10,7 @@
 #include "QtCompat.h"
 
 using NetInfoRules::GraphPlot;
+using NetInfoRules::GraphTexts;
 using NetInfoRules::kGraphColumns;
 using NetInfoRules::kGraphDotPeriod;
 using NetInfoRules::kGraphLines;
@@ -41,15 +42,14 @@ public:
     void paintColumns(double top, double bottom);
     void paintLines();
     void paintFrame(double top, double height);
-    void paintLabels(const NetInfoGraphLabels &labels);
-    void paintCaption();
+    void paintLabels(const GraphTexts &texts);
+    void paintCaption(const GraphTexts &texts);
     void paintLegend();
 
 private:
     [[nodiscard]] double x(double position) const;
     [[nodiscard]] QRect box(const QRect &box) const;
     [[nodiscard]] int textWidth(const QString &text) const;
-    [[nodiscard]] int labelTop(int line) const;
     [[nodiscard]] QPen gridPen() const;
     void paintText(const QRect &box, Qt::AlignmentFlag side, const QString &text);
     void paintEntry(int left, int centre, int width, bool isDownload);
@@ -77,11 +77,6 @@ QRect FacePainter::box(const QRect &box) const
 int FacePainter::textWidth(const QString &text) const
 {
     return QtCompat::textWidth(m_metrics, text);
-}
-
-int FacePainter::labelTop(int line) const
-{
-    return int(m_plot.lineY(line)) - m_metrics.height() / 2;
 }
 
 void FacePainter::paintText(const QRect &place, Qt::AlignmentFlag side, const QString &text)
@@ -131,33 +126,30 @@ QPen FacePainter::gridPen() const
     return pen;
 }
 
-void FacePainter::paintLabels(const NetInfoGraphLabels &labels)
+void FacePainter::paintLabels(const GraphTexts &texts)
 {
-    if (labels.stride <= 0)
+    if (texts.labelStride <= 0)
         return;
-    const bool beside = NetInfoRules::labelsFitMargin(labels.width);
-    const int left = NetInfoRules::graphLabelLeft(m_plot, labels.width);
-    QRect place(left, 0, labels.width, m_metrics.height());
-    for (int line = 0; !beside && line < kGraphLines; line += labels.stride) {
-        place.moveTop(labelTop(line)); // the grid does not cross the digits
-        m_painter.fillRect(box(place), m_face.background);
+    const bool beside = NetInfoRules::labelsFitMargin(texts.labelWidth);
+    const int left = NetInfoRules::graphLabelLeft(m_plot, texts.labelWidth);
+    QRect place(left, 0, texts.labelWidth, texts.labelHeight);
+    for (int line = 0; !beside && line < kGraphLines; line += texts.labelStride) {
+        place.moveTop(NetInfoRules::graphLabelTop(m_plot, line, texts.labelHeight));
+        m_painter.fillRect(box(place), m_face.background); // the grid does not cross the digits
     }
-    for (int line = 0; line < kGraphLines; line += labels.stride) {
-        place.moveTop(labelTop(line));
+    for (int line = 0; line < kGraphLines; line += texts.labelStride) {
+        place.moveTop(NetInfoRules::graphLabelTop(m_plot, line, texts.labelHeight));
         const int value = NetInfoRules::graphScaleLabel(m_face.maximum, line);
         paintText(place, beside ? Qt::AlignLeft : Qt::AlignRight, QString::number(value));
     }
 }
 
-void FacePainter::paintCaption()
+void FacePainter::paintCaption(const GraphTexts &texts)
 {
-    const QRect &area = m_face.area;
-    const int room = area.height() - 2 * kEdge;
+    const int room = texts.captionHeight;
     const QString text = m_metrics.elidedText(m_face.caption, Qt::ElideRight, room);
-    const bool fitsPlot = textWidth(text) <= m_plot.height;
-    const double middle = fitsPlot ? m_plot.top + m_plot.height / 2 : area.center().y();
     m_painter.save();
-    m_painter.translate(x(area.left() + (m_plot.left - area.left()) / 2), middle);
+    m_painter.translate(x(m_plot.left / 2), texts.captionTop + room / 2.0);
     m_painter.rotate(m_face.mirrored ? 90 : -90); // read towards the plot's top, or from it
     const QRect place(-room / 2, -m_metrics.height() / 2, room, m_metrics.height());
     m_painter.drawText(place, Qt::AlignCenter | Qt::TextSingleLine, text);
@@ -210,21 +202,29 @@ bool NetInfoGraphFace::operator==(const NetInfoGraphFace &other) const
         && upload == other.upload && download == other.download && font == other.font;
 }
 
-NetInfoGraphLabels graphLabels(const NetInfoGraphFace &face)
+GraphTexts graphTexts(const NetInfoGraphFace &face)
 {
     const QFontMetrics metrics(face.font);
-    NetInfoGraphLabels labels;
+    GraphTexts texts;
     for (int line = 0; line < kGraphLines; ++line) {
         const QString text = QString::number(NetInfoRules::graphScaleLabel(face.maximum, line));
-        labels.width = std::max(labels.width, QtCompat::textWidth(metrics, text));
+        texts.labelWidth = std::max(texts.labelWidth, QtCompat::textWidth(metrics, text));
     }
+    texts.labelHeight = metrics.height();
     const int digitHeight = metrics.tightBoundingRect(QLatin1String("0")).height();
-    labels.stride = NetInfoRules::labelStride(face.plot, labels.width, digitHeight + kDigitGap);
-    return labels;
+    texts.labelStride
+        = NetInfoRules::labelStride(face.plot, texts.labelWidth, digitHeight + kDigitGap);
+    // Beside the plot, or along the whole widget when it is longer.
+    const int wanted = QtCompat::textWidth(metrics, face.caption) + 2 * kTextSlack;
+    const int room = face.area.height() - 2 * kEdge;
+    const double middle = wanted <= face.plot.height ? face.plot.top + face.plot.height / 2
+                                                     : face.area.height() / 2.0;
+    texts.captionHeight = std::max(0, std::min(wanted, room));
+    texts.captionTop = int(middle) - texts.captionHeight / 2;
+    return texts;
 }
 
-void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
-                    const NetInfoGraphLabels &labels)
+void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face, const GraphTexts &texts)
 {
     painter.fillRect(face.area, face.background);
     painter.setFont(face.font);
@@ -233,8 +233,8 @@ void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
         parts.paintColumns(face.plot.top, face.plot.top + face.plot.height);
         parts.paintLines();
         parts.paintFrame(face.plot.top, face.plot.height);
-        parts.paintLabels(labels);
-        parts.paintCaption();
+        parts.paintLabels(texts);
+        parts.paintCaption(texts);
     }
     parts.paintLegend();
 }
@@ -255,11 +255,8 @@ void paintGraphCurves(QPainter &painter, const NetInfoGraphFace &face,
     const double left = area.mirrored ? area.mirrorSum - area.right : area.right - area.width;
     painter.setClipRect(QRectF(left, area.top, area.width + 1, area.height + 1));
     NetInfoRules::curveLines(area, download, lines);
-    painter.setPen(QPen(face.download, 1));
-    painter.drawLines(lines);
-    // Once more beside itself: the curves differ in thickness too. A thick pen costs many times
-    // two thin ones.
-    NetInfoRules::moveAside(lines, area.mirrored ? 1.0 : -1.0);
+    NetInfoRules::thickenLines(lines, area.mirrored ? 1.0 : -1.0);
+    painter.setPen(QPen(face.download, 1)); // a thick pen costs many times two thin lines
     painter.drawLines(lines);
 
     NetInfoRules::curveLines(area, upload, lines);

@@ -32,19 +32,12 @@ struct NetInfoGraphFace
     [[nodiscard]] bool operator==(const NetInfoGraphFace &other) const;
 };
 
-//! The scale's labels.
-struct NetInfoGraphLabels
-{
-    int width = 0; //!< of the widest, in pixels
-    int stride = 0; //!< each stride-th line has one; 0: none
-};
-
-//! Measures the labels of \a face.
-[[nodiscard]] NetInfoGraphLabels graphLabels(const NetInfoGraphFace &face);
+//! Measures the texts of \a face.
+[[nodiscard]] NetInfoRules::GraphTexts graphTexts(const NetInfoGraphFace &face);
 
 //! Paints all of \a face.
 void paintGraphFace(QPainter &painter, const NetInfoGraphFace &face,
-                    const NetInfoGraphLabels &labels);
+                    const NetInfoRules::GraphTexts &texts);
 
 //! Paints some rows of the plot between two lines, from the widget's top down: columns and frame.
 void paintGraphRows(QPainter &painter, const NetInfoGraphFace &face, int height);

@@ -10,11 +10,15 @@ namespace {
 
 constexpr int kRowsHeight = 8 * NetInfoRules::kGraphDotPeriod; // of the repeated rows
 
-//! Whether the rows between two lines can stand for the others: pixels are copied one to one, and
-//! copying twice is copying once.
+constexpr qreal kLargePicture = 500 * 1000; // pixels, about half of what a second-level cache holds
+
+//! Whether some rows stand for the others: in large pictures, where pixels are copied one to one
+//! and copying twice is copying once.
 [[nodiscard]] bool repeatsRows(const NetInfoGraphFace &face, qreal ratio)
 {
-    return (ratio == 1 || ratio == 2) && !face.plot.isEmpty() && face.background.alpha() == 255;
+    const qreal pixels = face.area.width() * ratio * face.area.height() * ratio;
+    return pixels >= kLargePicture && (ratio == 1 || ratio == 2) && !face.plot.isEmpty()
+        && face.background.alpha() == 255;
 }
 
 } // namespace
@@ -25,7 +29,7 @@ void NetInfoGraphLayer::update(const NetInfoGraphFace &face, qreal ratio)
         return;
     m_face = face;
     m_ratio = ratio;
-    m_labels = graphLabels(face);
+    m_texts = graphTexts(face);
     m_rows = QPixmap();
     m_pixmap = ratio > 0 ? QtCompat::pixmapWithRatio(face.area.size(), ratio) : QPixmap();
     if (!m_pixmap.isNull())
@@ -37,7 +41,7 @@ void NetInfoGraphLayer::paintPixmaps()
     // The last pixels may be half a logical one, which painting leaves as they are.
     m_pixmap.fill(m_face.background.alpha() < 255 ? QColor(Qt::transparent) : m_face.background);
     QPainter painter(&m_pixmap);
-    paintGraphFace(painter, m_face, m_labels);
+    paintGraphFace(painter, m_face, m_texts);
     painter.end();
     if (!repeatsRows(m_face, m_ratio))
         return;
@@ -46,6 +50,7 @@ void NetInfoGraphLayer::paintPixmaps()
         return;
     painter.begin(&m_rows);
     paintGraphRows(painter, m_face, kRowsHeight);
+    m_parts = NetInfoRules::singularParts(m_face.plot, m_face.area, m_texts);
 }
 
 void NetInfoGraphLayer::paint(QPainter &painter) const
@@ -55,16 +60,7 @@ void NetInfoGraphLayer::paint(QPainter &painter) const
         return;
     }
     copyRepeatedRows(painter);
-    copyMargins(painter);
-    for (const NetInfoRules::GraphRows &rows : NetInfoRules::singularRows(m_face.plot, m_face.area))
-        copy(painter, QRect(0, rows.top, m_face.area.width(), rows.height));
-}
-
-void NetInfoGraphLayer::copy(QPainter &painter, const QRect &part) const
-{
-    const QRectF source(part.x() * m_ratio, part.y() * m_ratio, part.width() * m_ratio,
-                        part.height() * m_ratio);
-    painter.drawPixmap(QRectF(part), m_pixmap, source);
+    copySingularParts(painter);
 }
 
 void NetInfoGraphLayer::copyRepeatedRows(QPainter &painter) const
@@ -78,17 +74,13 @@ void NetInfoGraphLayer::copyRepeatedRows(QPainter &painter) const
     }
 }
 
-void NetInfoGraphLayer::copyMargins(QPainter &painter) const
+void NetInfoGraphLayer::copySingularParts(QPainter &painter) const
 {
-    const int top = int(m_face.plot.top);
-    const int height = int(m_face.plot.height);
-    const int left = int(m_face.plot.left);
-    const int width = m_face.area.width();
-    const int right = graphLabelLeft(m_face.plot, m_labels.width);
-    for (const QRect &part :
-         { QRect(0, top, left, height), QRect(right, top, width - right, height) })
-        copy(painter,
-             m_face.mirrored ? QRect(width - part.right() - 1, top, part.width(), height) : part);
+    for (QRectF part : m_parts) {
+        if (m_face.mirrored)
+            part.moveLeft(m_face.area.width() - part.right());
+        painter.drawPixmap(part, m_pixmap, QRectF(part.topLeft() * m_ratio, part.size() * m_ratio));
+    }
 }
 
 const QPixmap &NetInfoGraphLayer::pixmap() const
@@ -96,7 +88,7 @@ const QPixmap &NetInfoGraphLayer::pixmap() const
     return m_pixmap;
 }
 
-const NetInfoGraphLabels &NetInfoGraphLayer::labels() const
+const NetInfoRules::GraphTexts &NetInfoGraphLayer::texts() const
 {
-    return m_labels;
+    return m_texts;
 }

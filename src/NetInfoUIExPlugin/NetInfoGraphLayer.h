@@ -17,19 +17,19 @@ public:
     void update(const NetInfoGraphFace &face, qreal ratio);
     //! Null without a ratio, without a size, and when there is no memory for it.
     [[nodiscard]] const QPixmap &pixmap() const;
-    [[nodiscard]] const NetInfoGraphLabels &labels() const;
+    [[nodiscard]] const NetInfoRules::GraphTexts &texts() const;
     //! Copies the picture to \a painter.
     void paint(QPainter &painter) const;
 
 private:
     void paintPixmaps();
-    void copy(QPainter &painter, const QRect &part) const;
     void copyRepeatedRows(QPainter &painter) const;
-    void copyMargins(QPainter &painter) const;
+    void copySingularParts(QPainter &painter) const;
 
     NetInfoGraphFace m_face;
-    NetInfoGraphLabels m_labels;
+    NetInfoRules::GraphTexts m_texts;
     qreal m_ratio = -1; // none yet
     QPixmap m_pixmap;
-    QPixmap m_rows; // the rows between two lines; null when all is copied
+    QPixmap m_rows; // the rows that repeat themselves; null when all is copied
+    QVector<QRect> m_parts; // and the parts that do not
 };

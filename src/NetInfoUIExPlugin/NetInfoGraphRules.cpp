@@ -9,6 +9,7 @@ namespace NetInfoRules {
 namespace {
 
 constexpr double kSmallestSpacing = 4.0;
+constexpr double kSpacingPerHeight = 0.01; // so that in a high plot not every step is a cliff
 
 constexpr int kTopMargin = 60;
 constexpr int kLeftMargin = 20;
@@ -84,6 +85,11 @@ bool labelsFitMargin(int width)
     return width <= kLabelMargin;
 }
 
+int graphLabelTop(const GraphPlot &plot, int line, int labelHeight)
+{
+    return int(plot.lineY(line)) - labelHeight / 2;
+}
+
 int graphLabelLeft(const GraphPlot &plot, int labelWidth)
 {
     const int right = int(plot.left + plot.width);
@@ -100,17 +106,18 @@ GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area, int labe
     curves.top = plot.top;
     curves.width = plot.width - taken;
     curves.height = plot.height;
-    curves.spacing = sampleSpacing(plot.columnStep);
+    curves.spacing = sampleSpacing(plot);
     curves.maximum = maximum;
     curves.mirrored = mirrored;
     curves.mirrorSum = area.left() + area.right();
     return curves;
 }
 
-double sampleSpacing(double columnStep)
+double sampleSpacing(const GraphPlot &plot)
 {
-    const double samples = std::max(1.0, std::floor(columnStep / kSmallestSpacing));
-    return std::max(columnStep / samples, 1.0);
+    const double least = std::max(kSmallestSpacing, plot.height * kSpacingPerHeight);
+    const double samples = std::max(1.0, std::floor(plot.columnStep / least));
+    return std::max(plot.columnStep / samples, 1.0);
 }
 
 int visibleSamples(const GraphCurveArea &area, int count)
@@ -149,11 +156,17 @@ void curveLines(const GraphCurveArea &area, const QList<double> &history, QVecto
     }
 }
 
-void moveAside(QVector<QLineF> &lines, double across)
+void thickenLines(QVector<QLineF> &lines, double across)
 {
-    for (QLineF &line : lines) {
+    // From the back, so that each finds its place free. Twins lie side by side in the list because
+    // the second then finds its pixels in the processor's cache.
+    const int count = int(lines.size());
+    lines.resize(2 * count);
+    for (int i = count - 1; i >= 0; --i) {
+        const QLineF line = lines.at(i);
         const bool steep = std::abs(line.dy()) > std::abs(line.dx());
-        line.translate(steep ? across : 0.0, steep ? 0.0 : -1.0);
+        lines[2 * i] = line;
+        lines[2 * i + 1] = line.translated(steep ? across : 0.0, steep ? 0.0 : -1.0);
     }
 }
 
@@ -167,16 +180,23 @@ int labelStride(const GraphPlot &plot, int labelWidth, int labelHeight)
     return stride <= kGraphLines ? int(stride) : 0;
 }
 
-QVector<GraphRows> singularRows(const GraphPlot &plot, const QRect &area)
+QVector<QRect> singularParts(const GraphPlot &plot, const QRect &area, const GraphTexts &texts)
 {
+    const int left = int(plot.left);
     const int top = int(plot.top);
     const int bottom = int(plot.top + plot.height);
-    QVector<GraphRows> rows;
-    rows << GraphRows { area.top(), top + 1 - area.top() };
-    for (int line = 1; line < kGraphLines; ++line)
-        rows << GraphRows { int(plot.lineY(line)) - 1, 3 }; // a line lies at about its position
-    rows << GraphRows { bottom - 1, area.bottom() + 2 - bottom };
-    return rows;
+    const int width = area.width();
+    QVector<QRect> parts;
+    parts << QRect(0, 0, width, top + 1) << QRect(0, bottom - 1, width, area.height() + 1 - bottom)
+          << QRect(0, texts.captionTop, left, texts.captionHeight);
+    for (int line = 1; line < kGraphLines; ++line) // a line lies at about its position
+        parts << QRect(left, int(plot.lineY(line)) - 1, int(plot.width) + 1, 3);
+    const int labelLeft = graphLabelLeft(plot, texts.labelWidth) - 1;
+    for (int line = 0; texts.labelStride > 0 && line < kGraphLines; line += texts.labelStride) {
+        const int labelTop = graphLabelTop(plot, line, texts.labelHeight);
+        parts << QRect(labelLeft, labelTop, texts.labelWidth + 2, texts.labelHeight);
+    }
+    return parts;
 }
 
 QString profileColourName(QString text)

@@ -55,6 +55,9 @@ struct GraphPlot
 //! Where the labels begin: beside \a plot, or inside it when they do not fit.
 [[nodiscard]] int graphLabelLeft(const GraphPlot &plot, int labelWidth);
 
+//! Where the label of \a line begins.
+[[nodiscard]] int graphLabelTop(const GraphPlot &plot, int line, int labelHeight);
+
 //! Where the curves lie: the newest sample at the right edge, at the left one when mirrored.
 struct GraphCurveArea
 {
@@ -73,9 +76,9 @@ struct GraphCurveArea
 [[nodiscard]] GraphCurveArea graphCurveArea(const GraphPlot &plot, const QRect &area,
                                             int labelWidth, int maximum, bool mirrored);
 
-//! The distance of two samples in pixels: a whole number of samples to a column, 4 or more apart
-//! where the column has room for two, and never less than 1.
-[[nodiscard]] double sampleSpacing(double columnStep);
+//! The distance of two samples in pixels: a whole number of samples to a column; 4 or more apart,
+//! and a hundredth of the plot's height, where the column has room for two; never less than 1.
+[[nodiscard]] double sampleSpacing(const GraphPlot &plot);
 
 //! How many of \a count samples \a area shows.
 [[nodiscard]] int visibleSamples(const GraphCurveArea &area, int count);
@@ -89,24 +92,29 @@ struct GraphCurveArea
 //! Replaces \a lines by the segments between the visible samples of \a history, newest first.
 void curveLines(const GraphCurveArea &area, const QList<double> &history, QVector<QLineF> &lines);
 
-//! Moves each of \a lines a pixel aside, across its direction: up, or by \a across when it is
-//! steep.
-void moveAside(QVector<QLineF> &lines, double across);
+//! Doubles the thickness of \a lines: behind each comes one a pixel aside, across its direction: a
+//! pixel up, or \a across to the right when it is steep.
+void thickenLines(QVector<QLineF> &lines, double across);
 
 //! Which lines get their label: each n-th, so that labels of this size, in pixels, do not overlap.
 //! 0: none, also where the plot is too narrow for them.
 [[nodiscard]] int labelStride(const GraphPlot &plot, int labelWidth, int labelHeight);
 
-//! Rows of the widget, from \a top on, \a height high.
-struct GraphRows
+//! What the texts beside the plot take, in pixels.
+struct GraphTexts
 {
-    int top;
-    int height;
+    int labelWidth = 0; //!< of the widest label
+    int labelHeight = 0;
+    int labelStride = 0; //!< each labelStride-th line has a label; 0: none
+    int captionTop = 0;
+    int captionHeight = 0; //!< along the plot
 };
 
-//! The rows of the widget \a area that are like no other: what is above \a plot, its lines and what
-//! is below it. Between them the same rows repeat themselves every kGraphDotPeriod.
-[[nodiscard]] QVector<GraphRows> singularRows(const GraphPlot &plot, const QRect &area);
+//! The parts of the widget \a area that are like no other: what is above and below \a plot, the
+//! caption, the lines and their labels. In the rest the same rows repeat themselves every
+//! kGraphDotPeriod.
+[[nodiscard]] QVector<QRect> singularParts(const GraphPlot &plot, const QRect &area,
+                                           const GraphTexts &texts);
 
 //! \a text without the two characters after its first one: "#FF102030" becomes "#102030".
 [[nodiscard]] QString profileColourName(QString text);

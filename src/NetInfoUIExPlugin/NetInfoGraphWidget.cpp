@@ -146,10 +146,10 @@ void GraphWidget::draw(QPainter &painter, bool mirrored)
         return;
     const NetInfoGraphFace now = face(mirrored);
     m_layer.update(now, copyRatio(painter));
-    m_labelWidth = m_layer.labels().width;
-    m_labelStride = m_layer.labels().stride;
+    m_labelWidth = m_layer.texts().labelWidth;
+    m_labelStride = m_layer.texts().labelStride;
     if (m_layer.pixmap().isNull())
-        paintGraphFace(painter, now, m_layer.labels());
+        paintGraphFace(painter, now, m_layer.texts());
     else
         m_layer.paint(painter);
     const NetInfoRules::GraphCurveArea area

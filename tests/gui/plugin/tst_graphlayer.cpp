@@ -122,8 +122,8 @@ void tst_GraphLayer::withoutARatioThereAreLabelsAndNoPixels()
     NetInfoGraphLayer layer;
     layer.update(someFace(), 0);
     QVERIFY(layer.pixmap().isNull());
-    QVERIFY(layer.labels().width > 0);
-    QCOMPARE(layer.labels().stride, 1);
+    QVERIFY(layer.texts().labelWidth > 0);
+    QCOMPARE(layer.texts().labelStride, 1);
     layer.update(someFace(), 1);
     QVERIFY(!layer.pixmap().isNull());
     layer.update(someFace(), 0);
@@ -135,7 +135,7 @@ void tst_GraphLayer::withoutASizeThereAreNoPixels()
     NetInfoGraphLayer layer;
     layer.update(NetInfoGraphFace(), 1);
     QVERIFY(layer.pixmap().isNull());
-    QCOMPARE(layer.labels().stride, 0);
+    QCOMPARE(layer.texts().labelStride, 0);
 }
 
 void tst_GraphLayer::halfPixelsAtTheEdgesArePainted()
@@ -158,8 +158,9 @@ void tst_GraphLayer::whatIsCopiedIsTheWholePicture_data()
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("maximum");
     QTest::addColumn<double>("ratio");
-    const QList<QSize> sizes = { { 1, 1 },     { 51, 71 },   { 60, 90 },   { 130, 103 },
-                                 { 300, 200 }, { 517, 391 }, { 600, 300 }, { 1920, 1080 } };
+    const QList<QSize> sizes
+        = { { 1, 1 },     { 300, 200 }, { 517, 391 },  { 600, 300 },  { 1920, 1080 }, { 999, 601 },
+            { 9000, 71 }, { 7001, 90 }, { 51, 10000 }, { 130, 5003 }, { 2500, 250 } };
     for (const QSize &size : sizes) {
         for (const int maximum : { 60, 9960, 2147483640 }) {
             for (const double ratio : { 1.0, 1.25, 2.0, 3.0 }) {

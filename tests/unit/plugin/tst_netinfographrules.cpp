@@ -62,7 +62,7 @@ private slots:
     void labelsDoNotOverlap_data();
     void labelsDoNotOverlap();
     void aNarrowPlotHasNoLabels();
-    void segmentsMoveAcrossTheirDirection();
+    void thickSegmentsHaveATwinAcrossTheirDirection();
     void twoCharactersOfAColourGo_data();
     void twoCharactersOfAColourGo();
 };
@@ -234,22 +234,31 @@ void tst_NetInfoGraphRules::linesDivideThePlotInTwelve()
 void tst_NetInfoGraphRules::samplesFillColumns_data()
 {
     QTest::addColumn<double>("columnStep");
+    QTest::addColumn<double>("height");
     QTest::addColumn<double>("spacing");
-    QTest::newRow("one sample") << 4.0 << 4.0;
-    QTest::newRow("not yet two") << 7.9 << 7.9;
-    QTest::newRow("two samples") << 8.0 << 4.0;
-    QTest::newRow("five samples") << 21.0 << 4.2;
-    QTest::newRow("eleven samples") << 45.9 << 45.9 / 11;
-    QTest::newRow("a narrow column") << 2.0 << 2.0;
-    QTest::newRow("narrower than a pixel") << 0.5 << 1.0;
-    QTest::newRow("no room") << -4.0 << 1.0;
+    QTest::newRow("one sample") << 4.0 << 100.0 << 4.0;
+    QTest::newRow("not yet two") << 7.9 << 100.0 << 7.9;
+    QTest::newRow("two samples") << 8.0 << 100.0 << 4.0;
+    QTest::newRow("five samples") << 21.0 << 100.0 << 4.2;
+    QTest::newRow("eleven samples") << 45.9 << 100.0 << 45.9 / 11;
+    QTest::newRow("as high as 4 pixels allow") << 40.0 << 400.0 << 4.0;
+    QTest::newRow("higher") << 40.0 << 401.0 << 40.0 / 9;
+    QTest::newRow("twice as high") << 40.0 << 800.0 << 8.0;
+    QTest::newRow("too high for two") << 12.0 << 800.0 << 12.0;
+    QTest::newRow("a narrow column") << 2.0 << 100.0 << 2.0;
+    QTest::newRow("narrower than a pixel") << 0.5 << 100.0 << 1.0;
+    QTest::newRow("no room") << -4.0 << -5.0 << 1.0;
 }
 
 void tst_NetInfoGraphRules::samplesFillColumns()
 {
     QFETCH(double, columnStep);
+    QFETCH(double, height);
     QFETCH(double, spacing);
-    QCOMPARE(sampleSpacing(columnStep), spacing);
+    GraphPlot plot;
+    plot.columnStep = columnStep;
+    plot.height = height;
+    QCOMPARE(sampleSpacing(plot), spacing);
 }
 
 void tst_NetInfoGraphRules::whatFitsIsVisible_data()
@@ -279,10 +288,9 @@ void tst_NetInfoGraphRules::whatFitsIsVisible()
 void tst_NetInfoGraphRules::twelveColumnsShowTheirSamplesAndOneMore()
 {
     for (int width = 48; width < 4000; ++width) {
-        const double step = width / 12.0;
-        const int perColumn = int(step / 4.0);
-        const int visible = visibleSamples(areaOf(width, sampleSpacing(step)), 1000000);
-        QCOMPARE(visible, 12 * perColumn + 1);
+        const GraphPlot plot = graphPlot(QRect(0, 0, width + 50, 300));
+        const int visible = visibleSamples(areaOf(width, sampleSpacing(plot)), 1000000);
+        QCOMPARE(visible, 12 * int(plot.columnStep / 4.0) + 1);
     }
 }
 
@@ -413,13 +421,22 @@ void tst_NetInfoGraphRules::aNarrowPlotHasNoLabels()
     QCOMPARE(labelStride(graphPlot(QRect(0, 0, 50, 300)), 10, 10), 0);
 }
 
-void tst_NetInfoGraphRules::segmentsMoveAcrossTheirDirection()
+void tst_NetInfoGraphRules::thickSegmentsHaveATwinAcrossTheirDirection()
 {
     QVector<QLineF> lines = { { 0, 0, 4, 1 }, { 0, 0, 4, 9 }, { 0, 0, 4, -9 }, { 0, 0, 4, 4 } };
-    moveAside(lines, -1);
-    QCOMPARE(
-        lines,
-        QVector<QLineF>({ { 0, -1, 4, 0 }, { -1, 0, 3, 9 }, { -1, 0, 3, -9 }, { 0, -1, 4, 3 } }));
+    thickenLines(lines, -1);
+    QCOMPARE(lines,
+             QVector<QLineF>({ { 0, 0, 4, 1 },
+                               { 0, -1, 4, 0 },
+                               { 0, 0, 4, 9 },
+                               { -1, 0, 3, 9 },
+                               { 0, 0, 4, -9 },
+                               { -1, 0, 3, -9 },
+                               { 0, 0, 4, 4 },
+                               { 0, -1, 4, 3 } }));
+    lines.clear();
+    thickenLines(lines, -1);
+    QVERIFY(lines.isEmpty());
 }
 
 void tst_NetInfoGraphRules::twoCharactersOfAColourGo_data()
