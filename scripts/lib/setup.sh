@@ -19,6 +19,8 @@ program|fonts-dejavu-core|a font that the pictures can be drawn with
 test|ccache|ccache, which makes the second build quick
 test|iproute2|ip, which makes the tests' network namespaces
 test|tzdata|time zones
+test|valgrind|callgrind, which counts the instructions of a frame
+test|libc6-dbg|the symbols that valgrind needs of the C library
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
 qt5|qttools5-dev|Qt 5 LinguistTools and lrelease"
 
