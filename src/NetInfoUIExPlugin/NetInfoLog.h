@@ -22,9 +22,12 @@
 //! A debug line with three placeholders: time, source path, function.
 #define NETINFO_TRACE(format, path) NETINFO_DEBUG(format, NETINFO_LOG_TIME, path, __func__)
 
+//! A debug line with four placeholders: time, source path, function, line.
+#define NETINFO_TRACE_LINE(format, path)                                                           \
+    NETINFO_DEBUG(format, NETINFO_LOG_TIME, path, __func__, __LINE__)
+
 //! A debug line with two placeholders: source path, function.
 #define NETINFO_TRACE_CALL(format, path) NETINFO_DEBUG(format, path, __func__)
 
 //! The line for a needed object that is not there: time, source path, function, line.
-#define NETINFO_TRACE_NULL(path)                                                                   \
-    NETINFO_DEBUG("Arg is NULL: %s: %s: %s %d", NETINFO_LOG_TIME, path, __func__, __LINE__)
+#define NETINFO_TRACE_NULL(path) NETINFO_TRACE_LINE("Arg is NULL: %s: %s: %s %d", path)

@@ -1,0 +1,70 @@
+#include "NetInfoSettingRules.h"
+
+#include <QStringList>
+
+namespace {
+
+// The spelling is the file's, small letters and missing ones included.
+constexpr const char *kSettingKeys[] = {
+    "chkRecurrence=",     "radioDaily=",        "radioWeekly=",       "radioMonthly=",
+    "chkVolume=",         "chkTimeVolume=",     "SizeVolume=",        "SizeTimeVolume=",
+    "chkWarnbefore=",     "chkWarnAfter=",      "ShowDataWarnAfter=", "ShowDataWarnBefor=",
+    "ShowTimeWarnBefor=", "ShowTimeWarnAfter=", "startdate=",         "startweekdate=",
+    "startmonthdate=",
+};
+static_assert(sizeof kSettingKeys / sizeof kSettingKeys[0] == NetInfoRules::kSettingCount,
+              "one key a setting");
+
+[[nodiscard]] QStringList linesOf(const QByteArray &content)
+{
+    QString text = QString::fromUtf8(content.constData(), int(content.size()));
+    text.remove(QLatin1Char('\r'));
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (lines.last().isEmpty())
+        lines.removeLast(); // the text is empty or ends in a line feed
+    return lines;
+}
+
+} // namespace
+
+namespace NetInfoRules {
+
+QByteArray linesWithin(const QByteArray &content, int limit)
+{
+    if (content.size() <= limit)
+        return content;
+    const QByteArray head = content.left(limit);
+    return head.left(head.lastIndexOf('\n') + 1);
+}
+
+QString settingValue(const QString &line)
+{
+    return line.split(QLatin1Char('=')).value(1);
+}
+
+QList<QString> settingValues(const QByteArray &content)
+{
+    QList<QString> values;
+    const QStringList lines = linesOf(content);
+    for (int i = 1; i < lines.size(); ++i)
+        values.append(settingValue(lines.at(i)));
+    return values;
+}
+
+QByteArray settingFile(const QList<QString> &values)
+{
+    QString text = QLatin1String("[uselimit]");
+    for (int i = 0; i < kSettingCount; ++i)
+        text += QLatin1Char('\n') + QLatin1String(kSettingKeys[i]) + values.value(i);
+    return text.toLocal8Bit();
+}
+
+QByteArray firstSettingFile(const QByteArray &settingTemplate, const QString &today)
+{
+    // These keys are not those of a saved file, and stay so: only the position counts.
+    const QStringList lines = linesOf(settingTemplate) << QLatin1String("startdate=")
+            + today << QLatin1String("startday=0") << QLatin1String("startweekdate=0");
+    return lines.join(QLatin1String("\n")).toLocal8Bit();
+}
+
+} // namespace NetInfoRules

@@ -1,0 +1,34 @@
+#pragma once
+// The lines of the usage-limit settings file as values, and back. The file is positional: what
+// stands before a line's "=" is not looked at.
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace NetInfoRules {
+
+//! Settings in a complete file.
+constexpr int kSettingCount = 17;
+
+//! The most of a settings file that is read, in bytes; a complete one has about 350.
+constexpr int kSettingFileLimit = 65536;
+
+//! \a content itself, or of a longer one than \a limit bytes the lines that end within them.
+[[nodiscard]] QByteArray linesWithin(const QByteArray &content, int limit);
+
+//! The text between the first "=" of \a line and the next or the end; empty without "=".
+[[nodiscard]] QString settingValue(const QString &line);
+
+//! The values of all lines of \a content but the first, which is the section line whatever it
+//! holds.
+[[nodiscard]] QList<QString> settingValues(const QByteArray &content);
+
+//! A complete settings file of the first seventeen \a values; missing ones are empty.
+[[nodiscard]] QByteArray settingFile(const QList<QString> &values);
+
+//! The first settings file of a user: the lines of \a settingTemplate, then a period that starts on
+//! \a today ("dd-MM-yyyy"), weekday 0 and day of month 0.
+[[nodiscard]] QByteArray firstSettingFile(const QByteArray &settingTemplate, const QString &today);
+
+} // namespace NetInfoRules

@@ -1,0 +1,133 @@
+#include "NetInfoSettingUILogic.h"
+
+#include <host/CommonUtils.h>
+
+#include <QDate>
+#include <QFile>
+#include <QLocale>
+
+#include <new>
+
+#include "NetInfoLog.h"
+#include "NetInfoSettingFile.h"
+#include "NetInfoSettingRules.h"
+
+namespace {
+
+constexpr char kSource[] = "../../src/NetInfoUIExPlugin/NetInfoSettingUILogic.cpp";
+constexpr char kStart[] = "Start: %s: %s: %s %d";
+constexpr char kEnd[] = "End  : %s: %s: %s %d";
+constexpr char kFileName[] = "DataUsageLimit.ini";
+constexpr char kTemporaryName[] = "tempDataUsageLimit.ini";
+
+//! A file of the user data folder; empty without one.
+[[nodiscard]] QString userPath(const char *name)
+{
+    const QString folder = CommonUtils::getUserDataDirectory();
+    return folder.isEmpty() ? QString() : folder + QLatin1String(name);
+}
+
+[[nodiscard]] QString templatePath()
+{
+    return CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/NetInfoUIExPlugin/")
+        + QLatin1String(kFileName);
+}
+
+[[nodiscard]] bool readSettings(const QString &path, QByteArray &content)
+{
+    QByteArray bytes;
+    if (!NetInfoFile::read(path, NetInfoRules::kSettingFileLimit + 1, bytes))
+        return false;
+    content = NetInfoRules::linesWithin(bytes, NetInfoRules::kSettingFileLimit);
+    return true;
+}
+
+[[nodiscard]] QString makeUserFile()
+{
+    const QString path = userPath(kFileName);
+    if (path.isEmpty() || !NetInfoFile::isMissingOrEmpty(path))
+        return path;
+    if (!QFile::exists(templatePath()))
+        return QString();
+    QByteArray content;
+    if (readSettings(templatePath(), content)) {
+        // The C locale: others may have digits of their own.
+        const QString today
+            = QLocale::c().toString(QDate::currentDate(), QLatin1String("dd-MM-yyyy"));
+        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
+                                   NetInfoRules::firstSettingFile(content, today));
+    }
+    return path;
+}
+
+} // namespace
+
+NetInfoSettingUILogic *NetInfoSettingUILogic::m_pInstance = nullptr;
+
+NetInfoSettingUILogic *NetInfoSettingUILogic::GetInstance()
+{
+    if (!m_pInstance)
+        m_pInstance = new (std::nothrow) NetInfoSettingUILogic;
+    return m_pInstance;
+}
+
+void NetInfoSettingUILogic::Destroy()
+{
+    delete m_pInstance; // the pointer stays
+}
+
+NetInfoSettingUILogic::NetInfoSettingUILogic() = default;
+
+NetInfoSettingUILogic::~NetInfoSettingUILogic() = default;
+
+void NetInfoSettingUILogic::GetUseLimitSetting()
+{
+    NETINFO_TRACE_LINE(kStart, kSource);
+    const QString path = userPath(kFileName);
+    if (!path.isEmpty()) {
+        if (NetInfoFile::isMissingOrEmpty(path))
+            (void)GetConfigFilePath();
+        QByteArray content;
+        const bool isUserFile = readSettings(path, content);
+        if (isUserFile || readSettings(templatePath(), content))
+            m_settings += NetInfoRules::settingValues(content);
+        if (!isUserFile)
+            m_settings << QString() << QString() << QString(); // no template has the period's start
+    }
+    NETINFO_TRACE_LINE(kEnd, kSource);
+}
+
+QString NetInfoSettingUILogic::GetConfigFilePath()
+{
+    NETINFO_TRACE_LINE(kStart, kSource);
+    const QString path = makeUserFile();
+    NETINFO_TRACE_LINE(kEnd, kSource);
+    return path;
+}
+
+void NetInfoSettingUILogic::updateUseLimitSetting(int index, QString value)
+{
+    NETINFO_TRACE_LINE(kStart, kSource);
+    if (index >= 0 && index < NetInfoRules::kSettingCount) {
+        while (m_settings.size() < NetInfoRules::kSettingCount)
+            m_settings.append(QString());
+        m_settings[index] = value;
+    }
+    NETINFO_TRACE_LINE(kEnd, kSource);
+}
+
+bool NetInfoSettingUILogic::saveUseLimitSetting()
+{
+    NETINFO_TRACE_LINE(kStart, kSource);
+    const QString path = userPath(kFileName);
+    if (!path.isEmpty())
+        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
+                                   NetInfoRules::settingFile(m_settings));
+    NETINFO_TRACE_LINE(kEnd, kSource);
+    return !path.isEmpty();
+}
+
+QString NetInfoSettingUILogic::value(int index) const
+{
+    return m_settings.value(index);
+}
