@@ -37,6 +37,11 @@ QByteArray linesWithin(const QByteArray &content, int limit)
     return head.left(head.lastIndexOf('\n') + 1);
 }
 
+bool isSettingText(const QByteArray &content, int limit)
+{
+    return content.size() <= limit && !content.contains('\0');
+}
+
 QString settingValue(const QString &line)
 {
     return line.split(QLatin1Char('=')).value(1);

@@ -17,6 +17,9 @@ constexpr int kSettingFileLimit = 65536;
 //! \a content itself, or of a longer one than \a limit bytes the lines that end within them.
 [[nodiscard]] QByteArray linesWithin(const QByteArray &content, int limit);
 
+//! Whether \a content can be a settings file: not longer than \a limit and without zero bytes.
+[[nodiscard]] bool isSettingText(const QByteArray &content, int limit);
+
 //! The text between the first "=" of \a line and the next or the end; empty without "=".
 [[nodiscard]] QString settingValue(const QString &line);
 

@@ -42,6 +42,24 @@ constexpr char kTemporaryName[] = "tempDataUsageLimit.ini";
     return true;
 }
 
+//! Whether replacing the file loses nothing but settings that were read.
+[[nodiscard]] bool isReplaceable(const QString &path)
+{
+    QByteArray bytes;
+    return NetInfoFile::isMissingOrEmpty(path)
+        || (NetInfoFile::read(path, NetInfoRules::kSettingFileLimit + 1, bytes)
+            && NetInfoRules::isSettingText(bytes, NetInfoRules::kSettingFileLimit));
+}
+
+void writeUserFile(const QByteArray &content)
+{
+    using NetInfoFile::Old;
+    const QString path = userPath(kFileName);
+    // A failure is silent: the file is as before.
+    (void)NetInfoFile::replace(path, userPath(kTemporaryName), content,
+                               isReplaceable(path) ? Old::Drop : Old::Keep);
+}
+
 [[nodiscard]] QString makeUserFile()
 {
     const QString path = userPath(kFileName);
@@ -49,14 +67,14 @@ constexpr char kTemporaryName[] = "tempDataUsageLimit.ini";
         return path;
     if (!QFile::exists(templatePath()))
         return QString();
-    QByteArray content;
+    QByteArray content; // without a readable template an empty file, which counts as missing
     if (readSettings(templatePath(), content)) {
-        // The C locale: others may have digits of their own.
+        // In the C locale: others may have digits of their own.
         const QString today
             = QLocale::c().toString(QDate::currentDate(), QLatin1String("dd-MM-yyyy"));
-        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
-                                   NetInfoRules::firstSettingFile(content, today));
+        content = NetInfoRules::firstSettingFile(content, today);
     }
+    writeUserFile(content);
     return path;
 }
 
@@ -121,8 +139,7 @@ bool NetInfoSettingUILogic::saveUseLimitSetting()
     NETINFO_TRACE_LINE(kStart, kSource);
     const QString path = userPath(kFileName);
     if (!path.isEmpty())
-        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
-                                   NetInfoRules::settingFile(m_settings));
+        writeUserFile(NetInfoRules::settingFile(m_settings));
     NETINFO_TRACE_LINE(kEnd, kSource);
     return !path.isEmpty();
 }
