@@ -18,7 +18,7 @@ public:
         for (const Run &run : runs) {
             if (run.run_type != Run::RT_Iteration)
                 continue;
-            if (run.iterations == 0) // stopped by an error
+            if (run.error_occurred)
                 m_failed = true;
             else if (run.run_name.time_type == "real_time")
                 m_times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());

@@ -87,9 +87,10 @@ private:
 #ifdef __x86_64__
 bool isAboutMemoryOrSignals(long call)
 {
-    constexpr long kCalls[] = { SYS_brk,     SYS_mmap,  SYS_munmap,       SYS_mprotect,
-                                SYS_madvise, SYS_futex, SYS_rt_sigaction, SYS_rt_sigprocmask,
-                                SYS_tgkill,  SYS_exit,  SYS_exit_group,   SYS_mremap };
+    constexpr long kCalls[]
+        = { SYS_brk,   SYS_mmap,         SYS_munmap,         SYS_mprotect, SYS_madvise,
+            SYS_futex, SYS_rt_sigaction, SYS_rt_sigprocmask, SYS_tgkill,   SYS_sigaltstack,
+            SYS_exit,  SYS_exit_group,   SYS_mremap };
     for (const long known : kCalls) {
         if (call == known)
             return true;
