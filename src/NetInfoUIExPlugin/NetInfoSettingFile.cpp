@@ -151,8 +151,7 @@ bool replace(const QString &path, const QString &temporary, const QByteArray &by
     const bool keepsOld = isLink || (isFile && old == Old::Keep);
 
     (void)::unlink(source.constData()); // of a process that was killed
-    if (writeNewFile(source.constData(), bytes, mode)
-        && (!keepsOld || keep(target))
+    if (writeNewFile(source.constData(), bytes, mode) && (!keepsOld || keep(target))
         && ::rename(source.constData(), target.constData()) == 0) {
         syncFolder(path);
         return true;

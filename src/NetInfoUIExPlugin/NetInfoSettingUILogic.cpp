@@ -4,7 +4,6 @@
 
 #include <QDate>
 #include <QFile>
-#include <QLocale>
 
 #include <new>
 
@@ -68,12 +67,8 @@ void writeUserFile(const QByteArray &content)
     if (!QFile::exists(templatePath()))
         return QString();
     QByteArray content; // without a readable template an empty file, which counts as missing
-    if (readSettings(templatePath(), content)) {
-        // In the C locale: others may have digits of their own.
-        const QString today
-            = QLocale::c().toString(QDate::currentDate(), QLatin1String("dd-MM-yyyy"));
-        content = NetInfoRules::firstSettingFile(content, today);
-    }
+    if (readSettings(templatePath(), content))
+        content = NetInfoRules::firstSettingFile(content, QDate::currentDate());
     writeUserFile(content);
     return path;
 }

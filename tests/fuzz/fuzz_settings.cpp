@@ -2,6 +2,8 @@
 
 #include "NetInfoSettingRules.h"
 
+#include <QDate>
+
 #include <cstdint>
 #include <cstdlib>
 
@@ -48,7 +50,7 @@ void requireFirstFile(const QByteArray &settingTemplate)
 {
     const QList<QString> before = settingValues(settingTemplate);
     const QList<QString> after
-        = settingValues(firstSettingFile(settingTemplate, QLatin1String("07-03-2024")));
+        = settingValues(firstSettingFile(settingTemplate, QDate(2024, 3, 7)));
     const QList<QString> start
         = { QLatin1String("07-03-2024"), QLatin1String("0"), QLatin1String("0") };
     // Without any line in the template the date stands on the first line, which is not read.

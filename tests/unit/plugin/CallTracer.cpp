@@ -100,6 +100,7 @@ bool isAboutMemoryOrSignals(long call)
 
 constexpr auto kCallRegister = offsetof(user_regs_struct, orig_rax);
 constexpr auto kResultRegister = offsetof(user_regs_struct, rax);
+constexpr auto kThirdArgument = offsetof(user_regs_struct, rdx);
 #endif
 
 } // namespace
@@ -143,6 +144,29 @@ TraceResult failCall(const std::function<void()> &work, int call, int error)
     (void)work;
     (void)call;
     (void)error;
+#endif
+    return result;
+}
+
+TraceResult shortenWrites(const std::function<void()> &work, long most)
+{
+    TraceResult result;
+#ifdef __x86_64__
+    Child child(work);
+    result.possible = child.isTraced();
+    while (result.possible && child.toNextStop()) {
+        const long number = ptrace(PTRACE_PEEKUSER, child.process(), kCallRegister, nullptr);
+        result.calls.append(number);
+        if (number == SYS_write
+            && ptrace(PTRACE_PEEKUSER, child.process(), kThirdArgument, nullptr) > most)
+            (void)ptrace(PTRACE_POKEUSER, child.process(), kThirdArgument, most);
+        if (!child.toNextStop()) // after the call
+            break;
+    }
+    result.finished = child.endedWell();
+#else
+    (void)work;
+    (void)most;
 #endif
     return result;
 }

@@ -23,3 +23,6 @@ struct TraceResult
 //! memory and signals are neither counted nor listed. 0 lets all of them through. Not possible on
 //! processors other than x86-64.
 [[nodiscard]] TraceResult failCall(const std::function<void()> &work, int call, int error);
+
+//! Lets each write put out \a most bytes at the most. Not possible on other processors either.
+[[nodiscard]] TraceResult shortenWrites(const std::function<void()> &work, long most);

@@ -3,7 +3,6 @@
 #include <QDate>
 #include <QDir>
 #include <QFile>
-#include <QLocale>
 
 #include "FakeHost.h"
 #include "NetInfoSettingRules.h"
@@ -71,8 +70,7 @@ QByteArray SettingFolder::settingTemplate()
 
 QByteArray SettingFolder::firstFile()
 {
-    const QString today = QLocale::c().toString(QDate::currentDate(), QStringLiteral("dd-MM-yyyy"));
-    return settingTemplate() + "startdate=" + today.toLatin1() + "\nstartday=0\nstartweekdate=0";
+    return NetInfoRules::firstSettingFile(settingTemplate(), QDate::currentDate());
 }
 
 QList<QString> SettingFolder::values(const QString &prefix)

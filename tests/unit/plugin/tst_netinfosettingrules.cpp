@@ -1,5 +1,7 @@
 #include "NetInfoSettingRules.h"
 
+#include <QDate>
+#include <QLocale>
 #include <QStringList>
 #include <QtTest>
 
@@ -17,6 +19,8 @@ private slots:
     void missingValuesAreWrittenEmpty();
     void valuesAfterTheSeventeenthAreNotWritten();
     void aWrittenFileReadsTheSame();
+    void settingDate_data();
+    void settingDate();
     void firstSettingFile_data();
     void firstSettingFile();
     void bothKindsOfFileHaveTheStartAtTheSamePlaces();
@@ -141,6 +145,26 @@ void tst_NetInfoSettingRules::aWrittenFileReadsTheSame()
     QCOMPARE(NetInfoRules::settingValues(settingFile(values)), values);
 }
 
+void tst_NetInfoSettingRules::settingDate_data()
+{
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one digit has a zero before it") << QDate(2024, 3, 7) << "07-03-2024";
+    QTest::newRow("two digits") << QDate(2023, 12, 31) << "31-12-2023";
+    QTest::newRow("the leap day") << QDate(2024, 2, 29) << "29-02-2024";
+    QTest::newRow("no date") << QDate() << "";
+}
+
+void tst_NetInfoSettingRules::settingDate()
+{
+    QFETCH(QDate, date);
+    QTEST(NetInfoRules::settingDate(date), "text");
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt)); // with digits of its own
+    const QString arabic = NetInfoRules::settingDate(date);
+    QLocale::setDefault(QLocale::c());
+    QTEST(arabic, "text");
+}
+
 void tst_NetInfoSettingRules::firstSettingFile_data()
 {
     QTest::addColumn<QByteArray>("settingTemplate");
@@ -159,7 +183,7 @@ void tst_NetInfoSettingRules::firstSettingFile_data()
 void tst_NetInfoSettingRules::firstSettingFile()
 {
     QFETCH(QByteArray, settingTemplate);
-    QTEST(NetInfoRules::firstSettingFile(settingTemplate, "07-03-2024"), "file");
+    QTEST(NetInfoRules::firstSettingFile(settingTemplate, QDate(2024, 3, 7)), "file");
 }
 
 void tst_NetInfoSettingRules::bothKindsOfFileHaveTheStartAtTheSamePlaces()
@@ -170,7 +194,7 @@ void tst_NetInfoSettingRules::bothKindsOfFileHaveTheStartAtTheSamePlaces()
            << "0";
     const QByteArray saved = settingFile(values);
     const QByteArray settingTemplate = saved.left(saved.indexOf("startdate="));
-    const QByteArray first = NetInfoRules::firstSettingFile(settingTemplate, "07-03-2024");
+    const QByteArray first = NetInfoRules::firstSettingFile(settingTemplate, QDate(2024, 3, 7));
     QVERIFY(first != saved);
     QCOMPARE(NetInfoRules::settingValues(first), NetInfoRules::settingValues(saved));
 }

@@ -1,5 +1,6 @@
 #include "NetInfoSettingUILogic.h"
 
+#include <QDate>
 #include <QDir>
 #include <QFile>
 #include <QtTest>
@@ -132,7 +133,7 @@ void tst_NetInfoSettingUILogic::aMissingUserFileIsMadeFromTheTemplate()
 {
     QCOMPARE(NetInfoSettingUILogic().GetConfigFilePath(), m_folder->userFile());
     QCOMPARE(m_folder->content(m_folder->userFile()), SettingFolder::firstFile());
-    const QString today = QDate::currentDate().toString("dd-MM-yyyy");
+    const QString today = NetInfoRules::settingDate(QDate::currentDate());
     QCOMPARE(loaded(18),
              QStringList(SettingFolder::values("t")).mid(0, 14) << today << "0"
                                                                 << "0" << QString());
@@ -405,7 +406,7 @@ void tst_NetInfoSettingUILogic::theShippedTemplate()
     PluginFolder shipped;
     shipped.useShippedFiles();
     const QStringList values = loaded(18);
-    const QString today = QDate::currentDate().toString("dd-MM-yyyy");
+    const QString today = NetInfoRules::settingDate(QDate::currentDate());
     QCOMPARE(
         values,
         QStringList({ "true", "false", "false", "true", "false", "false", "1024", "100", "true",

@@ -27,6 +27,7 @@ private slots:
     void afterAKillTheNextSaveSucceeds();
     void aFailingCallLeavesTheOldOrTheNewFile_data();
     void aFailingCallLeavesTheOldOrTheNewFile();
+    void shortWritesAreContinued();
     void theTextIsOnTheDiskBeforeItsNameIs();
 
 private:
@@ -183,6 +184,18 @@ void tst_SettingKill::aFailingCallLeavesTheOldOrTheNewFile()
     std::printf("%s: each of %d calls failed with 3 errors, %d times the old file stayed\n",
                 QTest::currentDataTag(), calls, unchanged);
     QVERIFY(old == expected || unchanged > 3);
+}
+
+void tst_SettingKill::shortWritesAreContinued()
+{
+    constexpr long kMost = 7;
+    const TraceResult result = shortenWrites(saveOther, kMost);
+    if (!result.possible)
+        QSKIP("this process may not change its children's calls");
+    QVERIFY(result.finished);
+    const QByteArray saved = SettingFolder::savedFile("new");
+    QCOMPARE(m_folder->content(m_folder->userFile()), saved);
+    QCOMPARE(result.calls.count(SYS_write), (saved.size() + kMost - 1) / kMost);
 }
 
 void tst_SettingKill::theTextIsOnTheDiskBeforeItsNameIs()
