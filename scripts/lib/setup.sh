@@ -22,7 +22,9 @@ test|tzdata|time zones
 test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
-qt5|qttools5-dev|Qt 5 LinguistTools and lrelease"
+qt5|qttools5-dev|Qt 5 LinguistTools and lrelease
+fuzz|clang|Clang
+fuzz|libclang-rt-dev|Clang's libFuzzer and sanitizer run-time libraries"
 
 readonly kUnavailable=69 # exit statuses as in sysexits.h: this system is not one of those known here
 readonly kNoPermission=77
@@ -153,7 +155,7 @@ testPreset() { # PRESET CTEST-ARGUMENT...
     local -a fixedAddresses=()
     shift
     # Where the kernel randomises many address bits, memory may land on the sanitizers' shadow.
-    if [[ $preset =~ ^(asan|tsan)- ]] && setarch "$(uname -m)" -R true 2>/dev/null; then
+    if [[ $preset =~ ^(asan-|tsan-|fuzz$) ]] && setarch "$(uname -m)" -R true 2>/dev/null; then
         fixedAddresses=(setarch "$(uname -m)" -R)
     fi
     (cd "$root" && "${fixedAddresses[@]}" ctest --preset "$preset" "$@")

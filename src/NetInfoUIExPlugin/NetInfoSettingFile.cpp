@@ -62,11 +62,33 @@ private:
     return true;
 }
 
-[[nodiscard]] bool writeNewFile(const char *path, const QByteArray &bytes)
+//! Writes a file that is not there yet; \a mode 0 leaves its mode to the system.
+[[nodiscard]] bool writeNewFile(const char *path, const QByteArray &bytes, mode_t mode)
 {
-    constexpr mode_t kMode = 0666;
-    Descriptor file(::open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode));
-    return file.isOpen() && writeAll(file.get(), bytes) && ::fsync(file.get()) == 0 && file.close();
+    constexpr mode_t kDefaultMode = 0666;
+    Descriptor file(::open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode));
+    if (!file.isOpen())
+        return false;
+    if (mode != 0)
+        (void)::fchmod(file.get(), mode); // some file systems have none
+    return writeAll(file.get(), bytes) && ::fsync(file.get()) == 0 && file.close();
+}
+
+//! Gives \a path, a link itself included, a second name.
+[[nodiscard]] bool keep(const QByteArray &path)
+{
+    constexpr int kMostNames = 99;
+    for (int i = 1; i <= kMostNames; ++i) {
+        const QByteArray name
+            = path + ".kept" + (i > 1 ? '-' + QByteArray::number(i) : QByteArray());
+        if (::link(path.constData(), name.constData()) == 0)
+            return true;
+        if (errno == EPERM) // a file system without second names, or the file of another user
+            return ::rename(path.constData(), name.constData()) == 0;
+        if (errno != EEXIST)
+            return false;
+    }
+    return false;
 }
 
 //! Makes a rename in the folder of \a path survive a power cut.
@@ -84,8 +106,10 @@ namespace NetInfoFile {
 
 bool isMissingOrEmpty(const QString &path)
 {
-    const QFileInfo info(path);
-    return !info.exists() || (info.isFile() && info.size() == 0);
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return errno == ENOENT;
+    return S_ISREG(status.st_mode) && status.st_size == 0;
 }
 
 bool read(const QString &path, int limit, QByteArray &content)
@@ -93,7 +117,7 @@ bool read(const QString &path, int limit, QByteArray &content)
     // Not blocking: a pipe would wait for its writer.
     const Descriptor file(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat status;
+    struct stat status = {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
     QByteArray bytes(limit, Qt::Uninitialized);
@@ -111,18 +135,29 @@ bool read(const QString &path, int limit, QByteArray &content)
     return true;
 }
 
-bool replace(const QString &path, const QString &temporary, const QByteArray &bytes)
+bool replace(const QString &path, const QString &temporary, const QByteArray &bytes, Old old)
 {
     const QByteArray target = QFile::encodeName(path);
     const QByteArray source = QFile::encodeName(temporary);
-    (void)::unlink(source.constData()); // of a process that was killed
-    if (!writeNewFile(source.constData(), bytes)
-        || ::rename(source.constData(), target.constData()) != 0) {
-        (void)::unlink(source.constData());
+    struct stat status = {};
+    const bool exists = ::lstat(target.constData(), &status) == 0;
+    const bool isLink = exists && S_ISLNK(status.st_mode);
+    const bool isFile = exists && S_ISREG(status.st_mode);
+    if (exists ? !isLink && !isFile : errno != ENOENT)
         return false;
+    constexpr mode_t kPermissions = 0777;
+    constexpr mode_t kOwnerReads = 0600;
+    const mode_t mode = isFile ? (status.st_mode & kPermissions) | kOwnerReads : 0;
+    const bool keepsOld = isLink || (isFile && old == Old::Keep);
+
+    (void)::unlink(source.constData()); // of a process that was killed
+    if (writeNewFile(source.constData(), bytes, mode) && (!keepsOld || keep(target))
+        && ::rename(source.constData(), target.constData()) == 0) {
+        syncFolder(path);
+        return true;
     }
-    syncFolder(path);
-    return true;
+    (void)::unlink(source.constData());
+    return false;
 }
 
 } // namespace NetInfoFile

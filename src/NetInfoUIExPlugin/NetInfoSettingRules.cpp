@@ -1,5 +1,7 @@
 #include "NetInfoSettingRules.h"
 
+#include <QDate>
+#include <QLocale>
 #include <QStringList>
 
 namespace {
@@ -37,6 +39,11 @@ QByteArray linesWithin(const QByteArray &content, int limit)
     return head.left(head.lastIndexOf('\n') + 1);
 }
 
+bool isSettingText(const QByteArray &content, int limit)
+{
+    return content.size() <= limit && !content.contains('\0');
+}
+
 QString settingValue(const QString &line)
 {
     return line.split(QLatin1Char('=')).value(1);
@@ -59,11 +66,18 @@ QByteArray settingFile(const QList<QString> &values)
     return text.toLocal8Bit();
 }
 
-QByteArray firstSettingFile(const QByteArray &settingTemplate, const QString &today)
+QString settingDate(const QDate &date)
+{
+    return QLocale::c().toString(date, QLatin1String("dd-MM-yyyy"));
+}
+
+QByteArray firstSettingFile(const QByteArray &settingTemplate, const QDate &today)
 {
     // These keys are not those of a saved file, and stay so: only the position counts.
-    const QStringList lines = linesOf(settingTemplate) << QLatin1String("startdate=")
-            + today << QLatin1String("startday=0") << QLatin1String("startweekdate=0");
+    QStringList lines = linesOf(settingTemplate);
+    lines.append(QLatin1String("startdate=") + settingDate(today));
+    lines.append(QLatin1String("startday=0"));
+    lines.append(QLatin1String("startweekdate=0"));
     return lines.join(QLatin1String("\n")).toLocal8Bit();
 }
 

@@ -6,6 +6,10 @@
 #include <QList>
 #include <QString>
 
+QT_BEGIN_NAMESPACE
+class QDate;
+QT_END_NAMESPACE
+
 namespace NetInfoRules {
 
 //! Settings in a complete file.
@@ -17,6 +21,9 @@ constexpr int kSettingFileLimit = 65536;
 //! \a content itself, or of a longer one than \a limit bytes the lines that end within them.
 [[nodiscard]] QByteArray linesWithin(const QByteArray &content, int limit);
 
+//! Whether \a content can be a settings file: not longer than \a limit and without zero bytes.
+[[nodiscard]] bool isSettingText(const QByteArray &content, int limit);
+
 //! The text between the first "=" of \a line and the next or the end; empty without "=".
 [[nodiscard]] QString settingValue(const QString &line);
 
@@ -27,8 +34,11 @@ constexpr int kSettingFileLimit = 65536;
 //! A complete settings file of the first seventeen \a values; missing ones are empty.
 [[nodiscard]] QByteArray settingFile(const QList<QString> &values);
 
+//! \a date as the file has it, "dd-MM-yyyy" in European digits whatever the user's are.
+[[nodiscard]] QString settingDate(const QDate &date);
+
 //! The first settings file of a user: the lines of \a settingTemplate, then a period that starts on
-//! \a today ("dd-MM-yyyy"), weekday 0 and day of month 0.
-[[nodiscard]] QByteArray firstSettingFile(const QByteArray &settingTemplate, const QString &today);
+//! \a today, weekday 0 and day of month 0.
+[[nodiscard]] QByteArray firstSettingFile(const QByteArray &settingTemplate, const QDate &today);
 
 } // namespace NetInfoRules

@@ -4,7 +4,6 @@
 
 #include <QDate>
 #include <QFile>
-#include <QLocale>
 
 #include <new>
 
@@ -42,6 +41,24 @@ constexpr char kTemporaryName[] = "tempDataUsageLimit.ini";
     return true;
 }
 
+//! Whether replacing the file loses nothing but settings that were read.
+[[nodiscard]] bool isReplaceable(const QString &path)
+{
+    QByteArray bytes;
+    return NetInfoFile::isMissingOrEmpty(path)
+        || (NetInfoFile::read(path, NetInfoRules::kSettingFileLimit + 1, bytes)
+            && NetInfoRules::isSettingText(bytes, NetInfoRules::kSettingFileLimit));
+}
+
+void writeUserFile(const QByteArray &content)
+{
+    using NetInfoFile::Old;
+    const QString path = userPath(kFileName);
+    // A failure is silent: the file is as before.
+    (void)NetInfoFile::replace(path, userPath(kTemporaryName), content,
+                               isReplaceable(path) ? Old::Drop : Old::Keep);
+}
+
 [[nodiscard]] QString makeUserFile()
 {
     const QString path = userPath(kFileName);
@@ -49,14 +66,10 @@ constexpr char kTemporaryName[] = "tempDataUsageLimit.ini";
         return path;
     if (!QFile::exists(templatePath()))
         return QString();
-    QByteArray content;
-    if (readSettings(templatePath(), content)) {
-        // The C locale: others may have digits of their own.
-        const QString today
-            = QLocale::c().toString(QDate::currentDate(), QLatin1String("dd-MM-yyyy"));
-        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
-                                   NetInfoRules::firstSettingFile(content, today));
-    }
+    QByteArray content; // without a readable template an empty file, which counts as missing
+    if (readSettings(templatePath(), content))
+        content = NetInfoRules::firstSettingFile(content, QDate::currentDate());
+    writeUserFile(content);
     return path;
 }
 
@@ -121,8 +134,7 @@ bool NetInfoSettingUILogic::saveUseLimitSetting()
     NETINFO_TRACE_LINE(kStart, kSource);
     const QString path = userPath(kFileName);
     if (!path.isEmpty())
-        (void)NetInfoFile::replace(path, userPath(kTemporaryName),
-                                   NetInfoRules::settingFile(m_settings));
+        writeUserFile(NetInfoRules::settingFile(m_settings));
     NETINFO_TRACE_LINE(kEnd, kSource);
     return !path.isEmpty();
 }

@@ -53,6 +53,7 @@ void PluginFolder::useShippedFiles()
     const QDir shipped(QStringLiteral(NETINFO_SHIPPED_DATA));
     const QStringList names = QStringList()
         << QStringLiteral("NetInfoUIExConfig.xml") << QStringLiteral("TrendsCtrlProfile.xml")
+        << QStringLiteral("DataUsageLimit.ini")
         << shipped.entryList(QStringList() << QStringLiteral("Icon_0?"));
     for (const QString &name : names) {
         QFile::remove(path() + name);

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] QString path() const;
     [[nodiscard]] QString configPath() const;
     [[nodiscard]] QString profilePath() const;
-    //! Puts the shipped configuration, profile and icons there.
+    //! Puts the shipped configuration, profile, settings template and icons there.
     void useShippedFiles();
     //! Writes \a xml as the configuration.
     void writeConfig(const QByteArray &xml);
