@@ -221,31 +221,31 @@
     </message>
     <message>
         <source>IDS_MONDAY</source>
-        <translation>Montag</translation>
+        <translation>Mo</translation>
     </message>
     <message>
         <source>IDS_TUESDAY</source>
-        <translation>Dienstag</translation>
+        <translation>Di</translation>
     </message>
     <message>
         <source>IDS_WEDNESAY</source>
-        <translation>Mittwoch</translation>
+        <translation>Mi</translation>
     </message>
     <message>
         <source>IDS_THURSDAY</source>
-        <translation>Donnerstag</translation>
+        <translation>Do</translation>
     </message>
     <message>
         <source>IDS_FRIDAY</source>
-        <translation>Freitag</translation>
+        <translation>Fr</translation>
     </message>
     <message>
         <source>IDS_SATURDAY</source>
-        <translation>Samstag</translation>
+        <translation>Sa</translation>
     </message>
     <message>
         <source>IDS_SUNDAY</source>
-        <translation>Sonntag</translation>
+        <translation>So</translation>
     </message>
     <message>
         <source>IDS_GRP_SETLIMIT</source>

@@ -221,31 +221,31 @@
     </message>
     <message>
         <source>IDS_MONDAY</source>
-        <translation>Monday</translation>
+        <translation>Mon</translation>
     </message>
     <message>
         <source>IDS_TUESDAY</source>
-        <translation>Tuesday</translation>
+        <translation>Tue</translation>
     </message>
     <message>
         <source>IDS_WEDNESAY</source>
-        <translation>Wednesday</translation>
+        <translation>Wed</translation>
     </message>
     <message>
         <source>IDS_THURSDAY</source>
-        <translation>Thursday</translation>
+        <translation>Thu</translation>
     </message>
     <message>
         <source>IDS_FRIDAY</source>
-        <translation>Friday</translation>
+        <translation>Fri</translation>
     </message>
     <message>
         <source>IDS_SATURDAY</source>
-        <translation>Saturday</translation>
+        <translation>Sat</translation>
     </message>
     <message>
         <source>IDS_SUNDAY</source>
-        <translation>Sunday</translation>
+        <translation>Sun</translation>
     </message>
     <message>
         <source>IDS_GRP_SETLIMIT</source>

@@ -221,31 +221,31 @@
     </message>
     <message>
         <source>IDS_MONDAY</source>
-        <translation>Lunes</translation>
+        <translation>lun.</translation>
     </message>
     <message>
         <source>IDS_TUESDAY</source>
-        <translation>Martes</translation>
+        <translation>mar.</translation>
     </message>
     <message>
         <source>IDS_WEDNESAY</source>
-        <translation>Miércoles</translation>
+        <translation>mié.</translation>
     </message>
     <message>
         <source>IDS_THURSDAY</source>
-        <translation>Jueves</translation>
+        <translation>jue.</translation>
     </message>
     <message>
         <source>IDS_FRIDAY</source>
-        <translation>Viernes</translation>
+        <translation>vie.</translation>
     </message>
     <message>
         <source>IDS_SATURDAY</source>
-        <translation>Sábado</translation>
+        <translation>sáb.</translation>
     </message>
     <message>
         <source>IDS_SUNDAY</source>
-        <translation>Domingo</translation>
+        <translation>dom.</translation>
     </message>
     <message>
         <source>IDS_GRP_SETLIMIT</source>

@@ -221,31 +221,31 @@
     </message>
     <message>
         <source>IDS_MONDAY</source>
-        <translation>Lundi</translation>
+        <translation>lun.</translation>
     </message>
     <message>
         <source>IDS_TUESDAY</source>
-        <translation>Mardi</translation>
+        <translation>mar.</translation>
     </message>
     <message>
         <source>IDS_WEDNESAY</source>
-        <translation>Mercredi</translation>
+        <translation>mer.</translation>
     </message>
     <message>
         <source>IDS_THURSDAY</source>
-        <translation>Jeudi</translation>
+        <translation>jeu.</translation>
     </message>
     <message>
         <source>IDS_FRIDAY</source>
-        <translation>Vendredi</translation>
+        <translation>ven.</translation>
     </message>
     <message>
         <source>IDS_SATURDAY</source>
-        <translation>Samedi</translation>
+        <translation>sam.</translation>
     </message>
     <message>
         <source>IDS_SUNDAY</source>
-        <translation>Dimanche</translation>
+        <translation>dim.</translation>
     </message>
     <message>
         <source>IDS_GRP_SETLIMIT</source>

@@ -12,15 +12,6 @@ QT_BEGIN_NAMESPACE
 class QXmlStreamReader;
 QT_END_NAMESPACE
 
-//! One item of a "Limit" section.
-struct NetInfoLimitCfg
-{
-    QString section; //!< always "Limit"
-    QString name;
-    QString value;
-    QString value1;
-};
-
 //! One item of a "Color" section.
 struct NetInfoProgressColor
 {

@@ -2,6 +2,7 @@
 // The statistics source: the plug-in's only bridge to the device SDK, and the keeper of the module
 // configuration.
 
+#include <QColor>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -12,6 +13,7 @@
 #include <atomic>
 
 #include "NetInfoConfigRecords.h"
+#include "NetInfoLimitRules.h"
 
 class NetInfoConfigParse;
 
@@ -76,6 +78,11 @@ public:
     //! Append the unit table of data amounts, of speeds.
     void GetFluxUnitData(QVector<TagUnits> &units);
     void GetSpeedUnitData(QVector<TagUnits> &units);
+    //! The warning of limit \a name; off without one.
+    NetInfoRules::LimitWarning GetLimitWarning(QString name) const;
+    //! The meter colour \a name, the last of its items; invalid without one. White and transparent
+    //! without any configuration.
+    QColor GetProgressColor(QString name) const;
     //! Appends \a seconds as "01:02:05" to \a text. Always 0. Any thread.
     int convertTimeToString(long long seconds, QString &text);
 

@@ -67,6 +67,25 @@ void NetInfoUILogic::GetSpeedUnitData(QVector<TagUnits> &units)
     NETINFO_TRACE("%s: %s: %s: Exit", kSource);
 }
 
+NetInfoRules::LimitWarning NetInfoUILogic::GetLimitWarning(QString name) const
+{
+    if (!m_pConfigParse)
+        return NetInfoRules::LimitWarning();
+    return NetInfoRules::limitWarning(m_pConfigParse->m_limitCfgs, name);
+}
+
+QColor NetInfoUILogic::GetProgressColor(QString name) const
+{
+    if (m_configData.isEmpty() || !m_pConfigParse)
+        return QColor(255, 255, 255, 0);
+    QColor colour;
+    for (const NetInfoProgressColor &entry : m_pConfigParse->m_progressColors) {
+        if (entry.name == name)
+            colour = entry.color;
+    }
+    return colour;
+}
+
 int NetInfoUILogic::convertTimeToString(long long seconds, QString &text)
 {
     NETINFO_TRACE("%s: %s: %s: Entered", kSource);

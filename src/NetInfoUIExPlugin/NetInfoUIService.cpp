@@ -55,8 +55,13 @@ CNetInfoUIService::CNetInfoUIService()
     : m_page(new Page)
     , m_tree(new TreeRows)
     , m_live(new LiveFigures)
+    , m_limits(new Limits)
+    , m_operator(new OperatorPage)
 {
     NETINFO_TRACE_CALL("%s: %s called", kSource);
+    m_limits->store = NetInfoSettingUILogic::GetInstance();
+    if (m_limits->store)
+        m_limits->store->GetUseLimitSetting();
 }
 
 CNetInfoUIService::~CNetInfoUIService()
@@ -73,6 +78,10 @@ bool CNetInfoUIService::Init()
     createMainWidget();
     createRightClickActions();
     createOperatorPage();
+    initRecurrence();
+    initDataVolume();
+    createNRLMainWidget();
+    initNRLNetInfoSettings();
     return true;
 }
 
@@ -92,6 +101,7 @@ void CNetInfoUIService::startStatistics()
     source->GetSpeedUnitData(m_tree->speedUnits);
     m_page->dataLimitEnabled = isFunctionEnabled("DATAVOLUMELIMIT");
     m_page->timeLimitEnabled = isFunctionEnabled("TIMEVOLUMELIMIT");
+    InitParam();
     // Emitted on the SDK's thread, so it arrives here queued.
     connect(
         source,
@@ -105,8 +115,10 @@ bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
     NETINFO_TRACE("%s: %s: %s: Entered", kSource);
     if (m_page->operatorPage) {
         placePage(m_page->operatorPage, parent, rect, 0);
+        initNRLNetInfoSettings();
         m_page->operatorPage->setVisible(true);
     }
+    m_page->hostParent = parent;
     m_page->hostRect = rect;
     if (updateStoredStatistics())
         NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
@@ -169,10 +181,12 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int, unsigned int)
 
 void CNetInfoUIService::changeLanguage()
 {
+    setNorellLanguage();
     translateLabels();
     updateStoredStatistics();
     updateStatisticsStrings();
     updateTransferStrings();
+    updateDataVolumeStrings();
     updateRightClickItems();
     if (m_tree->items[NotesItem])
         m_tree->items[NotesItem]->setText(0, nodeText(NotesItem));
@@ -196,6 +210,7 @@ void CNetInfoUIService::applyColumnWidth()
 
 void CNetInfoUIService::OnDestroy()
 {
+    m_limits->prompt.reset();
     delete m_page->mainWidget;
     delete m_page->graph; // when the host has taken it out of the page
     NetInfoGraphConfigParse::OnDestroy();

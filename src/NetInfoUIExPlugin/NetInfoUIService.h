@@ -5,6 +5,7 @@
 #include <QItemDelegate>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <host/ISettingUIPlugin.h>
 #include <host/ISwitchUIService.h>
@@ -13,14 +14,21 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+class QComboBox;
 class QMenu;
 class QPoint;
+class QRadioButton;
 class QRect;
 class QTime;
 class QTreeWidgetItem;
 class QWidget;
 QT_END_NAMESPACE
 class NetInfoSettingsPage;
+class SkProgressBar;
+struct NetInfoData;
+namespace NetInfoRules {
+struct LimitWarnings;
+}
 
 //! The tree's delegate: a focused row shows no focus frame.
 class GridDelegateLayout : public QItemDelegate
@@ -116,6 +124,53 @@ public:
     //! Start of the specific history.
     QTime GetBeforeNowThreeMonthlyTime();
 
+    // Limit area: NetInfoUIService_limitarea.cpp
+    //! Adds the limit area to the left pane. Without any limit a notes line takes its place.
+    void createVolumeLimitWidget();
+    //! Adds captions and meters to the limit area.
+    void addDataVolumeWidget();
+    void updateDataVolumeStrings();
+
+    // Limits: NetInfoUIService_limits.cpp
+    //! Reads the settings again.
+    void InitParam();
+    void InitDate();
+    void InitDataTimeVolLimit();
+    //! Whether \a used, in MB, reaches the data limit's warning percentage.
+    bool OperationPersent(long double used);
+    //! Whether \a used reaches the time warning percentage of \a limit.
+    bool TimeOperationPersent(long double used, unsigned long long limit);
+    //! Shows the use in a meter. 0: nothing to warn of; 1: near the limit; 2: reached.
+    int ShowDataColorPrompt(long double usedMB);
+    int ShowTimeColorPrompt(long double usedSeconds);
+    //! Show the use in a period and warn when that is due.
+    void ShowDailyDataVolumeLimit();
+    void ShowWeeklyDataVolumeLimit();
+    void ShowMonthlyDataVolumeLimit();
+    void ShowSpecHistroyDataVolumeLimit();
+    void ShowDailyTimeVolumeLimit();
+    void ShowWeeklyTimeVolumeLimit();
+    void ShowMonthlyTimeVolumeLimit();
+    void ShowSpecHistroyTimeVolumeLimit();
+    void ShowDaily();
+    void ShowWeekly();
+    void ShowMonthly();
+    void ShowSpecHistroy();
+    //! Shows the use in the period that is set.
+    void UpdateTreeItems();
+    //! Looks whether a new period has begun since the last report.
+    void UpdateNewPeriodTipInfo();
+    //! Arms the warnings again when the time of \a first is less than that of \a second.
+    void UpdatePeriodFields(NetInfoData first, NetInfoData second);
+
+    // Operator page: NetInfoUIService_operator.cpp
+    void initRecurrence();
+    void initDataVolume();
+    void createNRLMainWidget();
+    //! Loads the settings into the controls.
+    void initNRLNetInfoSettings();
+    void setNorellLanguage();
+
 public slots:
     void movedSplitter(int position, int index);
     void showTreeContextMenu(const QPoint &position);
@@ -125,6 +180,17 @@ public slots:
     void onResetButtonClicked();
     void onStatisticsChanged(unsigned long upSpeed, unsigned long downSpeed, qulonglong upData,
                              qulonglong downData, QString time);
+    void onSetLimitButtonClicked();
+    //! The settings have changed; the figures are read from the store.
+    void onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore,
+                                  bool warnExceeds);
+    void onDailyRadioBtnSelect(bool checked);
+    void onWeeklyRadioBtnSelect(bool checked);
+    void onMonthlyRadioBtnSelect(bool checked);
+    void onWeeklyIndexChange(int index);
+    void onMonthlyIndexChange(int index);
+    void onDataVolumeSelect(bool checked);
+    void onSaveNetInfoSettings();
 
 private slots:
     void forgetTree();
@@ -133,6 +199,8 @@ private:
     struct Page; // defined in NetInfoUIService_p.h
     struct TreeRows;
     struct LiveFigures;
+    struct Limits;
+    struct OperatorPage;
 
     void createAuxiliaryWidgets();
     void startStatistics();
@@ -159,9 +227,24 @@ private:
     void writeLastReset();
     void writePeriodRows();
 
+    [[nodiscard]] SkProgressBar *createMeter(QWidget *parent, const char *name);
+    [[nodiscard]] bool addTipAndButtons();
+    [[nodiscard]] QStringList storedSettings() const;
+    void checkData(const NetInfoData &record);
+    void checkTime(const NetInfoData &record);
+    void warn(const NetInfoRules::LimitWarnings &stillPending, const char *text);
+    void keepPending(const NetInfoRules::LimitWarnings &pending);
+
+    void placeControls();
+    void nameControls();
+    void selectRecurrence(QRadioButton *radio, QComboBox *own);
+    void showPageMessage(const char *text);
+
     static CNetInfoUIService *m_pInstance;
 
     std::unique_ptr<Page> m_page;
     std::unique_ptr<TreeRows> m_tree;
     std::unique_ptr<LiveFigures> m_live;
+    std::unique_ptr<Limits> m_limits;
+    std::unique_ptr<OperatorPage> m_operator;
 };

@@ -116,6 +116,8 @@ bool CNetInfoUIService::updateStoredStatistics()
     }
     writeLastReset();
     writePeriodRows();
+    UpdateNewPeriodTipInfo();
+    UpdateTreeItems();
     return true;
 }
 

@@ -2,10 +2,15 @@
 // What the controller keeps, grouped by concern. Shared by its source files alone.
 
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QHash>
 #include <QIcon>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QRect>
 #include <QSplitter>
 #include <QTime>
@@ -14,13 +19,19 @@
 #include <QVector>
 #include <QWidget>
 
+#include <host/ExtendLineEdit.h>
 #include <host/TagUnits.h>
 
 #include "NetInfoGraphWidget.h"
+#include "NetInfoLimitRules.h"
+#include "NetInfoOperatorPage.h"
+#include "NetInfoSettingUILogic.h"
 #include "NetInfoTextMeter.h"
 #include "NetInfoTreeRules.h"
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
+#include "SkProgressBar.h"
+#include "WarnPrompt.h"
 
 //! The source path in the trace lines of all the controller's files.
 #define NETINFO_SERVICE_SOURCE "../../src/NetInfoUIExPlugin/NetInfoUIService.cpp"
@@ -81,8 +92,8 @@ struct CNetInfoUIService::Page
     QPointer<QWidget> leftArea;
     QPointer<QVBoxLayout> leftLayout;
     QPointer<GraphWidget> graph;
-    QPointer<QWidget> operatorPage;
-    QPointer<QWidget> content; // auxiliary widgets of the operator page
+    QPointer<NetInfoOperatorPage> operatorPage;
+    QPointer<QWidget> content; // what the operator page scrolls
     QPointer<QWidget> contentRow;
     QPointer<QLabel> caption;
     QPointer<NetInfoUILogic> source; // a singleton, not owned
@@ -90,6 +101,7 @@ struct CNetInfoUIService::Page
     bool settingsActive = false;
     bool dataLimitEnabled = false;
     bool timeLimitEnabled = false;
+    QPointer<QWidget> hostParent; // of the last ShowWindow, with its rectangle
     QRect hostRect;
     QHash<QString, QIcon> icons; // by path, for one layout direction
     Qt::LayoutDirection iconDirection = Qt::LeftToRight;
@@ -125,4 +137,47 @@ struct CNetInfoUIService::LiveFigures
     NetInfoData stored[4] = {}; // by _enNetInfoType
     NetInfoData history = {};
     QTime periodStart; // invalid: no start date is set
+};
+
+//! The limit area of the normal page, and what the limits are measured by.
+struct CNetInfoUIService::Limits
+{
+    QPointer<QWidget> area;
+    QPointer<QVBoxLayout> layout;
+    QPointer<QLabel> dataCaption;
+    QPointer<SkProgressBar> dataMeter; // on the operator page once that is built
+    QPointer<QLabel> timeCaption;
+    QPointer<SkProgressBar> timeMeter;
+    QPointer<QLabel> tip;
+    QPointer<QPushButton> reset;
+    QPointer<QPushButton> setLimit;
+    std::unique_ptr<WarnPrompt> prompt;
+    NetInfoSettingUILogic *store = nullptr; // a singleton, not owned
+    NetInfoRules::LimitSettings settings;
+    NetInfoRules::LimitWarning dataWarning;
+    NetInfoRules::LimitWarning timeWarning;
+    bool dataPercentageReached = false;
+    bool timePercentageReached = false;
+    bool startInFuture = false;
+    NetInfoData previous[4] = {}; // by _enNetInfoType, of the report before
+    bool hasPrevious[4] = {};
+};
+
+//! The controls of the operator page.
+struct CNetInfoUIService::OperatorPage
+{
+    QPointer<QGroupBox> recurrence;
+    QPointer<QRadioButton> daily;
+    QPointer<QRadioButton> weekly;
+    QPointer<QRadioButton> monthly;
+    QPointer<QComboBox> weekday; // from Monday
+    QPointer<QComboBox> day; // of the month
+    QPointer<QGroupBox> dataLimit;
+    QPointer<QCheckBox> dataSwitch;
+    QPointer<ExtendLineEdit> dataSize;
+    QPointer<QLabel> unit;
+    QPointer<QPushButton> save;
+    QPointer<QPushButton> clear;
+    QString chosenWeekday; // index as text; empty: not chosen
+    QString chosenDay;
 };

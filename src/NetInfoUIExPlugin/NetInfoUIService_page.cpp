@@ -4,8 +4,6 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleFactory>
 
 #include <host/Change.h>
 #include <host/IPluginContainer.h>
@@ -35,23 +33,11 @@ void CNetInfoUIService::createAuxiliaryWidgets()
         return;
     m_page->content = new QWidget;
     QVBoxLayout *const rows = new QVBoxLayout(m_page->content);
+    rows->setContentsMargins(0, 0, 0, 0);
     m_page->caption = new QLabel(m_page->content);
-    rows->addWidget(m_page->caption);
     m_page->contentRow = new QWidget(m_page->content);
-    new QHBoxLayout(m_page->contentRow);
-    rows->addWidget(m_page->contentRow);
-}
-
-void CNetInfoUIService::createOperatorPage()
-{
-    if (m_page->operatorPage)
-        return;
-    m_page->operatorPage = new QWidget;
-    m_page->operatorPage->setObjectName(QLatin1String("NetInfoSettingDlg_MainWidget"));
-    if (QStyle *const style = QStyleFactory::create(QLatin1String("Windows"))) {
-        style->setParent(m_page->operatorPage); // a widget does not own its style
-        m_page->operatorPage->setStyle(style);
-    }
+    QHBoxLayout *const columns = new QHBoxLayout(m_page->contentRow);
+    columns->setContentsMargins(0, 0, 0, 0);
 }
 
 void CNetInfoUIService::createMainWidget()
@@ -76,6 +62,8 @@ void CNetInfoUIService::createMainWidget()
         connect(m_page->splitter, SIGNAL(splitterMoved(int, int)), this,
                 SLOT(movedSplitter(int, int)));
     }
+    if (!m_limits->prompt)
+        m_limits->prompt.reset(new (std::nothrow) WarnPrompt);
     createLeftWidget();
     createGraphWidget();
     layout->addWidget(m_page->splitter);
@@ -95,6 +83,7 @@ void CNetInfoUIService::createLeftWidget()
     m_page->leftLayout->setObjectName(QLatin1String("NetInfoUIPlugin_LayoutVerticalLeft"));
     m_page->leftLayout->setContentsMargins(0, 0, 0, 0);
     createStatisticsWidget();
+    createVolumeLimitWidget();
     m_page->splitter->addWidget(m_page->leftArea);
     m_page->splitter->setSizes(QList<int>() << kLeftPaneWidth << kRightPaneWidth);
 }

@@ -10,6 +10,8 @@
 
 #include <host/CommonUtils.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
 
 #include "NetInfoLog.h"
@@ -194,19 +196,12 @@ void CNetInfoUIService::addStatisticsYearlyNode()
 
 void CNetInfoUIService::addNoteInTree()
 {
-    constexpr const char *meters[]
-        = { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
-            "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" };
-    if (!m_tree->tree || !m_page->source || !m_page->leftArea || m_tree->items[NotesItem])
+    const std::array<QWidget *, 4> meters = { m_limits->dataCaption, m_limits->dataMeter,
+                                              m_limits->timeCaption, m_limits->timeMeter };
+    if (!m_tree->tree || !m_page->source || m_tree->items[NotesItem]
+        || std::count(meters.begin(), meters.end(), nullptr) > 0)
         return;
-    QList<QWidget *> found;
-    for (const char *name : meters) {
-        QWidget *const meter = m_page->leftArea->findChild<QWidget *>(QLatin1String(name));
-        if (!meter)
-            return;
-        found << meter;
-    }
-    for (QWidget *meter : found)
+    for (QWidget *meter : meters)
         meter->setVisible(false);
 
     if (QTreeWidgetItem *const spacer = new (std::nothrow) QTreeWidgetItem(m_tree->tree))

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QFontMetrics>
 #include <QImage>
+#include <QLineEdit>
 #include <QLocale>
 #include <qmath.h>
 #include <QPixmap>
@@ -15,10 +16,14 @@
 #if QT_VERSION >= 0x050000
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QRegularExpression>
+#include <QRegularExpressionValidator>
 #include <QScreen>
 #else
 #include <QApplication>
 #include <QDesktopWidget>
+#include <QRegExp>
+#include <QRegExpValidator>
 #endif
 
 namespace QtCompat {
@@ -74,6 +79,16 @@ template <typename Metrics>
     if (QColor::isValidColor(name)) // setNamedColor() would warn
         colour.setNamedColor(name);
     return colour;
+#endif
+}
+
+//! Lets \a edit accept only what matches all of \a pattern.
+inline void setPattern(QLineEdit *edit, const QString &pattern)
+{
+#if QT_VERSION >= 0x050100
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(pattern), edit));
+#else
+    edit->setValidator(new QRegExpValidator(QRegExp(pattern), edit));
 #endif
 }
 

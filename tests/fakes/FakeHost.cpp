@@ -1,5 +1,6 @@
 #include "FakeHost.h"
 
+#include <QDialog>
 #include <QVector>
 
 #include <host/Change.h>
@@ -16,9 +17,10 @@ public:
     {
         return fakeHost().availablePlugins.contains(id);
     }
-    QObject *GetPlugin(const QString &, int) override
+    QObject *GetPlugin(const QString &id, int kind) override
     {
-        return nullptr;
+        fakeHost().askedPlugins << FakeAskedPlugin { id, kind };
+        return fakeHost().plugin;
     }
 };
 
@@ -62,6 +64,16 @@ int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget *parent, const QStr
     if (fakeHost().duringMessage)
         fakeHost().duringMessage();
     return fakeHost().messageAnswer;
+}
+
+void CommonUtils::MoveCentre(QDialog *dialog)
+{
+    fakeHost().placements << QLatin1String("centre ") + dialog->objectName();
+}
+
+void CommonUtils::MoveRelatedCentre(QDialog *dialog)
+{
+    fakeHost().placements << QLatin1String("relative ") + dialog->objectName();
 }
 
 // An amount is written as "<number> <first unit of the table>", so that a text shows its table.

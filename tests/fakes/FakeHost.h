@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QMessageBox>
+#include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,12 @@ struct FakeMessage
     QStringList buttons;
 };
 
+struct FakeAskedPlugin
+{
+    QString id;
+    int kind;
+};
+
 struct FakeHost
 {
     QString libraryPath; //!< GetPluginLibraryPath()
@@ -25,6 +32,9 @@ struct FakeHost
     QString language; //!< appended to every translated key
     bool hasContainer = true;
     QStringList availablePlugins;
+    QPointer<QObject> plugin; //!< what every GetPlugin answers
+    QList<FakeAskedPlugin> askedPlugins;
+    QStringList placements; //!< "centre NAME" and "relative NAME" of dialogs that were moved
     QStringList translationContexts; //!< contexts asked for, without repeats
     QStringList formatterModules; //!< modules given to the formatters, without repeats
     int messageAnswer = 0;

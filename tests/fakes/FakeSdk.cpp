@@ -130,6 +130,23 @@ int VELQ_Statistics_Reset(_VELQ_EN_CONNECT_TYPE type)
     return fakeSdk().resetResult;
 }
 
+int VELQ_NetConnectSrv_GetConnectionStatus(VELQ_ConnectionStatus **list, int *count)
+{
+    if (fakeSdk().connectionResult != 0)
+        return fakeSdk().connectionResult;
+    *list = reinterpret_cast<VELQ_ConnectionStatus *>(&fakeSdk().connections); // never looked into
+    *count = fakeSdk().connections;
+    ++fakeSdk().listsOut;
+    return 0;
+}
+
+int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
+{
+    if (list)
+        --fakeSdk().listsOut;
+    return list ? 0 : 1;
+}
+
 int VELQ_DevSrv_GetCustomizeName(char *name)
 {
     if (fakeSdk().nameResult == 0)

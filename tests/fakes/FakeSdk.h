@@ -38,6 +38,9 @@ struct FakeSdk
     std::vector<unsigned long long> historyKeys;
     bool historyCleared = true; //!< every history block came with zeros
     std::vector<int> resets; //!< connect types
+    int connectionResult = 0; //!< what the connection query answers
+    int connections = 0; //!< and how many it counts
+    int listsOut = 0; //!< connection lists that have not been handed back
     int registered = 0; //!< register calls
     int unregistered = 0;
 };

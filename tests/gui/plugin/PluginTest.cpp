@@ -5,6 +5,7 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
+#include "NetInfoSettingUILogic.h"
 #include "NetInfoUILogic.h"
 
 namespace {
@@ -34,6 +35,12 @@ void PluginTest::init()
     m_window.reset(new QWidget);
     m_window->resize(600, 400);
     m_log.reset(new TestLog);
+    const QString on = QStringLiteral("true");
+    const QString off = QStringLiteral("false");
+    set(VLS_CHK_RECURRENCE,
+        { on, off, off, on, off, off, QStringLiteral("1024"), QStringLiteral("100"), on, on, on, on,
+          on, on, QString(), QStringLiteral("0"), QStringLiteral("0") });
+    m_log->takeLines();
 }
 
 void PluginTest::cleanup()
@@ -61,6 +68,12 @@ CNetInfoUIService *PluginTest::start(const QStringList &off)
         qFatal("Init failed");
     m_log->takeLines();
     return service;
+}
+
+void PluginTest::set(int firstIndex, const QStringList &values)
+{
+    for (int i = 0; i < values.size(); ++i)
+        NetInfoSettingUILogic::GetInstance()->updateUseLimitSetting(firstIndex + i, values.at(i));
 }
 
 void PluginTest::useNarrowFont()

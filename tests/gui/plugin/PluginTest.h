@@ -25,6 +25,8 @@ class PluginTest : public QObject
 protected:
     //! Makes and initialises the controller with all switches on but \a off.
     CNetInfoUIService *start(const QStringList &off = QStringList());
+    //! Sets settings from \a firstIndex on in the store, which lives as long as the process.
+    static void set(int firstIndex, const QStringList &values);
     //! Makes every row need less than 280 pixels, until the test ends.
     void useNarrowFont();
     //! Places the pages into a host window of 600 x 400.

@@ -60,6 +60,8 @@ void tst_Memory::aFailedAllocationIsLogged_data()
     const QString page = QStringLiteral("createMainWidget: Memory not allocated for a Widget");
     const QString left = QStringLiteral("createLeftWidget: Memory not allocated for widget");
     const QString tree = QStringLiteral("createStatisticsWidget: Memory not allocated for widget");
+    const QString limits
+        = QStringLiteral("createVolumeLimitWidget: Memory not allocated for widget");
     const QString menu
         = QStringLiteral("createRightClickActions: Memory not allocated for a Widget");
     const QString graph = QStringLiteral("createGraphWidget: Memory not allocated for a widget");
@@ -68,20 +70,23 @@ void tst_Memory::aFailedAllocationIsLogged_data()
     QTest::newRow("main widget") << 3 << page;
     QTest::newRow("page layout") << 4 << page;
     QTest::newRow("splitter") << 5 << page;
-    QTest::newRow("left area") << 6 << left;
-    QTest::newRow("left layout") << 7 << left;
-    QTest::newRow("tree") << 8 << tree;
-    QTest::newRow("delegate") << 9 << tree;
-    QTest::newRow("transfer item") << 10 << tree;
-    QTest::newRow("statistics item") << 11 << tree;
-    for (int row = 12; row < 29; ++row)
+    QTest::newRow("warning prompt") << 6 << QString();
+    QTest::newRow("left area") << 7 << left;
+    QTest::newRow("left layout") << 8 << left;
+    QTest::newRow("tree") << 9 << tree;
+    QTest::newRow("delegate") << 10 << tree;
+    QTest::newRow("transfer item") << 11 << tree;
+    QTest::newRow("statistics item") << 12 << tree;
+    for (int row = 13; row < 30; ++row)
         QTest::addRow("row %d", row) << row << QString();
-    QTest::newRow("graph") << 29 << graph;
-    QTest::newRow("profile reader") << 30 << QString();
-    QTest::newRow("reset action") << 31 << menu;
-    QTest::newRow("expand action") << 32 << menu;
-    QTest::newRow("collapse action") << 33 << menu;
-    QTest::newRow("none") << 34 << QString();
+    for (int part = 30; part < 40; ++part)
+        QTest::addRow("part %d of the limit area", part) << part << limits;
+    QTest::newRow("graph") << 40 << graph;
+    QTest::newRow("profile reader") << 41 << QString();
+    QTest::newRow("reset action") << 42 << menu;
+    QTest::newRow("expand action") << 43 << menu;
+    QTest::newRow("collapse action") << 44 << menu;
+    QTest::newRow("none") << 45 << QString();
 }
 
 void tst_Memory::aFailedAllocationIsLogged()
@@ -96,7 +101,7 @@ void tst_Memory::aFailedAllocationIsLogged()
     QVERIFY(service->Init());
     const int left = g_failAt;
     g_failAt = 0;
-    QCOMPARE(left, failAt == 34 ? 1 : 0); // 33 allocations may fail, no more
+    QCOMPARE(left, failAt == 45 ? 1 : 0); // 44 allocations may fail, no more
     const QStringList failures = m_log->takeLines().filter(QStringLiteral("not allocated"));
     if (line.isEmpty())
         QCOMPARE(failures, QStringList());

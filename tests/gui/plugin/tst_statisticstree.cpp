@@ -313,31 +313,13 @@ void tst_StatisticsTree::enableScrollFillsTheTree()
     QCOMPARE(tree()->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
 }
 
-namespace {
-
-//! Stands in for the limit meters under the tree.
-QList<QLabel *> addMeters(QWidget *leftArea)
-{
-    QList<QLabel *> meters;
-    for (const char *name :
-         { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
-           "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" }) {
-        meters << new QLabel(leftArea);
-        meters.last()->setObjectName(QLatin1String(name));
-        meters.last()->setVisible(true);
-    }
-    return meters;
-}
-
-} // namespace
-
 void tst_StatisticsTree::theNoteReplacesTheMeters()
 {
-    CNetInfoUIService *const service = start();
-    const QList<QLabel *> meters = addMeters(widget("NetInfoUIPlugin_WidgetLeftAreaParent"));
-    service->addNoteInTree();
-    for (const QLabel *meter : meters)
-        QVERIFY(meter->isHidden());
+    (void)start({ "DATAVOLUMELIMIT", "TIMEVOLUMELIMIT" });
+    for (const char *name :
+         { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_ProgressDatavolume",
+           "NetInfoUIPlugin_LabelTimeVolume", "NetInfoUIPlugin_ProgressVolume" })
+        QVERIFY2(widget(name)->isHidden(), name);
     QCOMPARE(tree()->topLevelItemCount(), 4);
     QCOMPARE(tree()->topLevelItem(2)->text(0), QString());
     QVERIFY(!(tree()->topLevelItem(2)->flags() & Qt::ItemIsSelectable));
@@ -350,27 +332,23 @@ void tst_StatisticsTree::theNoteReplacesTheMeters()
 void tst_StatisticsTree::theNoteNeedsItsMeters()
 {
     CNetInfoUIService *const service = start();
-    const QList<QLabel *> meters = addMeters(widget("NetInfoUIPlugin_WidgetLeftAreaParent"));
-    delete meters.last();
+    QCOMPARE(tree()->topLevelItemCount(), 2); // a limit is on: no note
+    delete widget("NetInfoUIPlugin_ProgressVolume");
     service->addNoteInTree();
     QCOMPARE(tree()->topLevelItemCount(), 2);
-    QVERIFY(!meters.first()->isHidden());
+    QVERIFY(!widget("NetInfoUIPlugin_LabelDataVolume")->isHidden());
 }
 
 void tst_StatisticsTree::theNoteFollowsItsSwitch()
 {
-    CNetInfoUIService *const service = start({ "STATISTICSNOTES", "SHOWRESETSTATISTICS" });
-    addMeters(widget("NetInfoUIPlugin_WidgetLeftAreaParent"));
-    service->addNoteInTree();
+    (void)start({ "STATISTICSNOTES", "SHOWRESETSTATISTICS", "DATAVOLUMELIMIT", "TIMEVOLUMELIMIT" });
     QVERIFY(tree()->topLevelItem(3)->isHidden());
     QVERIFY(!row(QStringLiteral("IDS_TREE_TIME_LASTRESET")));
 }
 
 void tst_StatisticsTree::theNoteFollowsTheLanguage()
 {
-    CNetInfoUIService *const service = start();
-    addMeters(widget("NetInfoUIPlugin_WidgetLeftAreaParent"));
-    service->addNoteInTree();
+    CNetInfoUIService *const service = start({ "DATAVOLUMELIMIT", "TIMEVOLUMELIMIT" });
     fakeHost().language = QStringLiteral(".ar");
     service->Notify(320, 0, 0);
     QCOMPARE(tree()->topLevelItem(3)->text(0), QStringLiteral("     IDS_NOTES.ar"));

@@ -1,0 +1,28 @@
+#pragma once
+// The frame of the operator page: scrolls, and stacks its two columns where they do not fit side by
+// side.
+
+#include <QPointer>
+#include <QScrollArea>
+
+QT_BEGIN_NAMESPACE
+class QBoxLayout;
+QT_END_NAMESPACE
+
+class NetInfoOperatorPage : public QScrollArea
+{
+    Q_OBJECT
+public:
+    explicit NetInfoOperatorPage(QWidget *parent = nullptr);
+
+    //! The row of \a columns, somewhere in the page's widget.
+    void setColumns(QBoxLayout *columns);
+    //! Chooses the row's direction for the width that there is.
+    void arrangeColumns();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    QPointer<QBoxLayout> m_columns;
+};

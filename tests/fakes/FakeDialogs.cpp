@@ -1,0 +1,28 @@
+// The host's dialog frame and line edit, as plain as can be.
+
+#include <QVBoxLayout>
+
+#include <host/ExtendDialog.h>
+#include <host/ExtendLineEdit.h>
+
+ExtendDialog::ExtendDialog(QWidget *parent, Qt::WindowFlags flags, enWidgetType)
+    : QDialog(parent, flags)
+    , d(nullptr)
+{
+    new QVBoxLayout(this);
+}
+
+ExtendDialog::~ExtendDialog() = default;
+
+void ExtendDialog::AddMainWidget(QWidget *widget)
+{
+    layout()->addWidget(widget);
+}
+
+ExtendLineEdit::ExtendLineEdit(QWidget *parent)
+    : QLineEdit(parent)
+    , d(nullptr)
+{
+}
+
+ExtendLineEdit::~ExtendLineEdit() = default;
