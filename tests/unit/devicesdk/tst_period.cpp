@@ -113,7 +113,6 @@ void tst_Period::starts()
     const Span span = velq::periodSpan(Period(period), utc(now));
     QCOMPARE(qint64(span.from), utc(from));
     QCOMPARE(qint64(span.to), utc(to));
-    QCOMPARE(qint64(velq::periodStart(Period(period), utc(now))), utc(from));
 }
 
 void tst_Period::everyInstantLiesInItsPeriodAndTheyJoin_data()
@@ -150,9 +149,9 @@ void tst_Period::aChangedZoneIsFollowed()
 {
     const qint64 now = utc("2031-03-05T20:00:00"); // already the 6th in Tokyo
     setZone("UTC");
-    QCOMPARE(qint64(velq::periodStart(Period::Day, now)), utc("2031-03-05T00:00:00"));
+    QCOMPARE(qint64(velq::periodSpan(Period::Day, now).from), utc("2031-03-05T00:00:00"));
     qputenv("TZ", "Asia/Tokyo"); // the traveller's; nobody calls tzset() for us
-    QCOMPARE(qint64(velq::periodStart(Period::Day, now)), utc("2031-03-05T15:00:00"));
+    QCOMPARE(qint64(velq::periodSpan(Period::Day, now).from), utc("2031-03-05T15:00:00"));
 }
 
 void tst_Period::bucketStarts_data()
