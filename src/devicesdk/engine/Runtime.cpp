@@ -189,6 +189,8 @@ bool setPeriodStart(const PeriodStart &start)
     if (isForeignProcess())
         return false;
     const std::lock_guard<std::mutex> guard(state().mutex);
+    if (state().ended)
+        return false;
     state().choices.periodStart = start;
     if (state().service)
         state().service->engine().setPeriodStart(start);

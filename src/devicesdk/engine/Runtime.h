@@ -49,7 +49,7 @@ namespace Runtime {
 [[nodiscard]] std::shared_ptr<Service> runningService();
 //! Changes what the host has chosen; false once there is, or was, a service.
 [[nodiscard]] bool choose(const std::function<void(HostChoices &)> &change);
-//! For the service that runs or will be made. False in a forked child.
+//! For the service that runs or will be made. False after the end and in a forked child.
 [[nodiscard]] bool setPeriodStart(const PeriodStart &start);
 
 } // namespace Runtime
