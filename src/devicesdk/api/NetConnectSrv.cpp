@@ -1,6 +1,7 @@
 #include "api/Guard.h"
 
 #include <host/velq.h>
+#include <host/velq_extension.h>
 
 #include <memory>
 #include <string>
@@ -34,4 +35,15 @@ int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
 {
     delete[] list;
     return kSuccess;
+}
+
+int VELQ_NetConnectSrv_Disconnect(void)
+{
+    int result = VELQ_DISCONNECT_FAILED;
+    (void)withService([&result](Service &service) {
+        result = service.engine().live().connected ? VELQ_DISCONNECT_NO_SERVICE
+                                                   : VELQ_DISCONNECT_NO_CONNECTION;
+        return true;
+    });
+    return result;
 }

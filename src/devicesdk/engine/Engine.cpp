@@ -1,7 +1,5 @@
 #include "engine/Engine.h"
 
-#include "store/Period.h"
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -136,7 +134,8 @@ bool Engine::periodReport(int kind, int type, Report &report)
 {
     Period period {};
     Totals totals;
-    if (!periodOf(kind, period) || !m_ledger.totals(type, periodSpan(period, now()), totals))
+    if (!periodOf(kind, period)
+        || !m_ledger.totals(type, periodSpan(period, now(), m_periodStart), totals))
         return false;
     report = reportOf(totals);
     return true;

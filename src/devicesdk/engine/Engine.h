@@ -6,7 +6,9 @@
 #include "engine/ConnectionTracker.h"
 #include "engine/Report.h"
 #include "store/Ledger.h"
+#include "store/Period.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -49,6 +51,11 @@ public:
     //! The sums of both types from the hour of \a key until now.
     [[nodiscard]] bool history(std::uint64_t key, Report &report);
     [[nodiscard]] bool reset(int type);
+    //! Where the weekly and the monthly report begin; valid.
+    void setPeriodStart(const PeriodStart &start)
+    {
+        m_periodStart = start;
+    }
 
 private:
     [[nodiscard]] bool periodReport(int kind, int type, Report &report);
@@ -63,6 +70,7 @@ private:
     int m_ticksToCommit = kCommitSeconds; // the ticking thread's
     mutable std::mutex m_mutex; // guards the tracker; taken before the ledger's
     ConnectionTracker m_tracker;
+    std::atomic<PeriodStart> m_periodStart { PeriodStart {} };
 };
 
 } // namespace velq

@@ -42,6 +42,7 @@ Service::Service(const HostChoices &choices)
     : m_directory(dataDirectory(choices))
     , m_engine(makeEngine(choices, m_directory))
 {
+    m_engine->setPeriodStart(choices.periodStart);
     m_engine->sample(); // so that the first question has an answer
     if (!m_ticker.start([this] { m_engine->tick(); }))
         throw std::bad_alloc(); // no thread: there is no service
@@ -180,6 +181,19 @@ bool choose(const std::function<void(HostChoices &)> &change)
     if (state().used)
         return false;
     change(state().choices);
+    return true;
+}
+
+bool setPeriodStart(const PeriodStart &start)
+{
+    if (isForeignProcess())
+        return false;
+    const std::lock_guard<std::mutex> guard(state().mutex);
+    if (state().ended)
+        return false;
+    state().choices.periodStart = start;
+    if (state().service)
+        state().service->engine().setPeriodStart(start);
     return true;
 }
 

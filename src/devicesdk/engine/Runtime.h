@@ -49,6 +49,8 @@ namespace Runtime {
 [[nodiscard]] std::shared_ptr<Service> runningService();
 //! Changes what the host has chosen; false once there is, or was, a service.
 [[nodiscard]] bool choose(const std::function<void(HostChoices &)> &change);
+//! For the service that runs or will be made. False after the end and in a forked child.
+[[nodiscard]] bool setPeriodStart(const PeriodStart &start);
 
 } // namespace Runtime
 

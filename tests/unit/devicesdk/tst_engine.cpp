@@ -109,6 +109,7 @@ private slots:
     void theOtherTypesReportIsEmpty();
     void withoutAConnectionTheLiveReportIsEmpty();
     void periodsEndWithTheirLastSecond();
+    void weeksAndMonthsFollowTheChosenStart();
     void aClockStepNeitherLosesNorDoubles();
     void aClockBefore1970IsTheEpoch();
     void historyTakesWholeHoursOfBothTypes();
@@ -233,6 +234,37 @@ void tst_Engine::periodsEndWithTheirLastSecond()
     QCOMPARE(get(3).download, std::uint64_t(110));
     QCOMPARE(get(4).download, std::uint64_t(100));
     QCOMPARE(get(5).download, std::uint64_t(111));
+}
+
+void tst_Engine::weeksAndMonthsFollowTheChosenStart()
+{
+    constexpr qint64 kDay = 86400;
+    m_world.wall = kNow - 7 * kDay; // Wednesday 2031-02-26
+    secondOf(1, 0);
+    m_world.wall = kNow - 6 * kDay; // Thursday 2031-02-27
+    secondOf(10, 0);
+    m_world.wall = kNow - 5 * kDay; // Friday 2031-02-28
+    secondOf(100, 0);
+    m_world.wall = kNow; // Wednesday 2031-03-05
+    secondOf(1000, 0);
+    m_engine->ledger().commit();
+    const auto sums = [this] {
+        return QString::number(get(1).download) + ' ' + QString::number(get(3).download) + ' '
+            + QString::number(get(4).download) + ' ' + QString::number(get(5).download);
+    };
+    for (int round = 0; round < 2; ++round) { // the second time from the sums that are kept
+        m_engine->setPeriodStart({});
+        QCOMPARE(sums(), QStringLiteral("1000 1000 1000 1111"));
+        m_engine->setPeriodStart({ 3, 31 });
+        QCOMPARE(sums(), QStringLiteral("1000 1110 1100 1111"));
+        m_engine->setPeriodStart({ 2, 27 });
+        QCOMPARE(sums(), QStringLiteral("1000 1000 1110 1111"));
+    }
+    secondOf(10000, 0);
+    m_engine->ledger().commit();
+    QCOMPARE(sums(), QStringLiteral("11000 11000 11110 11111"));
+    m_engine->setPeriodStart({ 3, 31 });
+    QCOMPARE(sums(), QStringLiteral("11000 11110 11100 11111"));
 }
 
 void tst_Engine::aClockStepNeitherLosesNorDoubles()
