@@ -65,6 +65,10 @@ public:
         m_world.lastLooks.push_back(index);
         return m_world.left;
     }
+    void noteDisconnect() override
+    {
+        m_world.chosen.link.up = false;
+    }
 
 private:
     World &m_world;
