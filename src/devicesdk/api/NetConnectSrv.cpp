@@ -37,13 +37,20 @@ int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
     return kSuccess;
 }
 
+static_assert(VELQ_DISCONNECT_DONE == int(DisconnectResult::Done)
+                  && VELQ_DISCONNECT_FAILED == int(DisconnectResult::Failed)
+                  && VELQ_DISCONNECT_NO_CONNECTION == int(DisconnectResult::NoConnection)
+                  && VELQ_DISCONNECT_NO_SERVICE == int(DisconnectResult::NoService)
+                  && VELQ_DISCONNECT_NOT_MANAGED == int(DisconnectResult::NotManaged)
+                  && VELQ_DISCONNECT_REFUSED == int(DisconnectResult::Refused),
+              "the results are the contract's");
+
 int VELQ_NetConnectSrv_Disconnect(void)
 {
-    int result = VELQ_DISCONNECT_FAILED;
+    auto result = DisconnectResult::Failed;
     (void)withService([&result](Service &service) {
-        result = service.engine().live().connected ? VELQ_DISCONNECT_NO_SERVICE
-                                                   : VELQ_DISCONNECT_NO_CONNECTION;
+        result = service.disconnect();
         return true;
     });
-    return result;
+    return static_cast<int>(result);
 }

@@ -57,9 +57,22 @@ std::int64_t Engine::now() const
 
 void Engine::sample()
 {
+    const std::lock_guard<std::mutex> guard(m_sampleMutex);
+    sampleLocked();
+}
+
+void Engine::noteDisconnect()
+{
+    const std::lock_guard<std::mutex> guard(m_sampleMutex);
+    m_source->noteDisconnect();
+    sampleLocked();
+}
+
+void Engine::sampleLocked()
+{
     const ReadResult reading = m_source->readChosen();
     const std::int64_t nowNs = m_clock.bootNs();
-    const int counted = m_tracker.index(); // only this thread changes it
+    const int counted = m_tracker.index(); // changed by samples only
     const bool left = counted > 0 && reading.status != ReadStatus::Failed
         && (reading.status == ReadStatus::Absent || reading.link.index != counted);
     const ReadResult lastLook = left ? m_source->readIndex(counted) : ReadResult {};

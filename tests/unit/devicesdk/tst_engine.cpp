@@ -65,6 +65,10 @@ public:
         m_world.lastLooks.push_back(index);
         return m_world.left;
     }
+    void noteDisconnect() override
+    {
+        m_world.chosen.link.up = false;
+    }
 
 private:
     World &m_world;
@@ -106,6 +110,7 @@ private slots:
     void cleanup();
 
     void theLiveReportFollowsTheCounters();
+    void aDisconnectEndsTheLiveFiguresAtOnce();
     void theOtherTypesReportIsEmpty();
     void withoutAConnectionTheLiveReportIsEmpty();
     void periodsEndWithTheirLastSecond();
@@ -183,6 +188,22 @@ void tst_Engine::theLiveReportFollowsTheCounters()
     const velq::LiveFigures live = m_engine->live();
     QCOMPARE(live.firstDownload, std::uint64_t(5000));
     QCOMPARE(live.lastUpload, std::uint64_t(7030));
+}
+
+void tst_Engine::aDisconnectEndsTheLiveFiguresAtOnce()
+{
+    secondOf(1000, 10);
+    m_world.flow(500, 5); // since the latest tick
+    m_engine->noteDisconnect();
+    QVERIFY(!m_engine->live().connected);
+    QCOMPARE(get(0).download, std::uint64_t(0));
+    QCOMPARE(get(1).download, std::uint64_t(1500));
+    m_world.chosen.link.up = true;
+    secondOf(0, 0);
+    secondOf(70, 0);
+    QCOMPARE(get(0).download, std::uint64_t(70));
+    QCOMPARE(get(0).seconds, std::int64_t(1));
+    QCOMPARE(get(1).download, std::uint64_t(1570));
 }
 
 void tst_Engine::theOtherTypesReportIsEmpty()

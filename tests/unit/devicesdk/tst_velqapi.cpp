@@ -32,6 +32,7 @@ private slots:
     void aRegisteredCallbackComesOnceASecond();
     void everythingMayBeCalledFromInside();
     void unregisteringWaitsForTheRunningCallback();
+    void disconnectingWithoutABusSaysSo();
     void manyThreadsMayCallEverything();
     void afterAllCallbacksAreGoneItStillAnswers();
 
@@ -84,6 +85,7 @@ int callEverything()
     failures += VELQ_StoreSrv_GetProblem(text.data(), int(text.size())) != 0 ? 1 : 0;
     failures += VELQ_StatisticsSrv_SetPeriodStart(number, 31) != 0 ? 1 : 0;
     VELQ_Counters counters {};
+    failures += VELQ_NetConnectSrv_Disconnect() == VELQ_DISCONNECT_DONE ? 1 : 0;
     (void)VELQ_DevSrv_GetCounters(&counters); // fails where the loopback is down
     failures += counters.lastDownload < counters.firstDownload ? 1 : 0;
     return failures;
@@ -91,6 +93,7 @@ int callEverything()
 
 int everything(int, void *)
 {
+    g_insideFailures += VELQ_NetConnectSrv_Disconnect() != VELQ_DISCONNECT_FAILED ? 1 : 0;
     g_insideFailures += callEverything();
     g_insideFailures += VELQ_Statistics_RegisterStatisticsCallbackEvent(everything) != 0 ? 1 : 0;
     g_insideFailures += VELQ_Statistics_UnRegisterStatisticsCallbackEvent(everything) != 0 ? 1 : 0;
@@ -107,6 +110,7 @@ void tst_VelqApi::theHeadersAreC()
 
 void tst_VelqApi::beforeUseWrongArgumentsFailAndAreNoUse()
 {
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     QVERIFY(VELQ_Statistics_UnRegisterStatisticsCallbackEvent(count) != 0);
     QVERIFY(VELQ_Statistics_RegisterStatisticsCallbackEvent(nullptr) != 0);
     QVERIFY(VELQ_Statistics_GetReport(0, nullptr, VELQ_CONNECT_TYPE_DIALUP) != 0);
@@ -257,6 +261,15 @@ void tst_VelqApi::unregisteringWaitsForTheRunningCallback()
     QVERIFY(!g_left);
     QCOMPARE(VELQ_Statistics_UnRegisterStatisticsCallbackEvent(linger), 0);
     QVERIFY(g_left);
+}
+
+void tst_VelqApi::disconnectingWithoutABusSaysSo()
+{
+    VELQ_Counters counters {};
+    const bool connected = VELQ_DevSrv_GetCounters(&counters) == 0; // is the loopback up?
+    QCOMPARE(VELQ_NetConnectSrv_Disconnect(),
+             int(connected ? VELQ_DISCONNECT_NO_SERVICE : VELQ_DISCONNECT_NO_CONNECTION));
+    QCOMPARE(VELQ_DevSrv_GetCounters(&counters) == 0, connected);
 }
 
 void tst_VelqApi::manyThreadsMayCallEverything()
