@@ -71,6 +71,7 @@ private slots:
     void thePluginIsOnTheStage();
     void theHostIsTheConnectionPlugin();
     void aFailedPluginIsSaidInTheWindow();
+    void theFiguresReachTheStatusLine();
     void theSavedPeriodStartIsToldFirst();
     void aNewPeriodStartReachesThePlugin();
     void theNotifyServiceAnswersItsKindAlone();
@@ -78,7 +79,6 @@ private slots:
     void otherMessagesDoNothing();
     void aMessageEndsTheConnection();
     void theMenuEndsTheConnection();
-    void theFiguresReachTheStatusLine();
     void aLanguageTurnsTheWindowAndReachesThePlugin();
     void closingRemembersTheView();
     void thePluginEndsBeforeItsWidgets();
@@ -106,6 +106,7 @@ private:
     QSemaphore m_entered;
     QSemaphore m_release;
     std::atomic<int> m_result { 0 };
+    std::atomic<bool> m_endsDemo { false }; // the scripted connection goes down
     std::atomic<int> m_left { 0 };
     LibraryFolder m_library;
     QTemporaryDir m_data;
@@ -138,13 +139,13 @@ SdkCalls tst_Session::sdkCalls()
     SdkCalls calls;
     calls.setPeriodStart = [this](int weekday, int dayOfMonth) {
         m_told.append({ weekday, dayOfMonth, Startup::GetPluginContainer() == nullptr });
-        return 0;
+        return VELQ_StatisticsSrv_SetPeriodStart(weekday, dayOfMonth);
     };
     calls.disconnect = [this] {
         m_entered.release();
         m_release.acquire();
         ++m_left;
-        return m_result.load();
+        return m_endsDemo ? VELQ_NetConnectSrv_Disconnect() : m_result.load();
     };
     return calls;
 }
@@ -266,12 +267,18 @@ void tst_Session::theMenuEndsTheConnection()
 {
     auto *entry = window()->findChild<QAction *>("Host_Disconnect");
     QTRY_VERIFY(entry->isEnabled()); // once a sample of the demonstration has come
-    m_result = VELQ_DISCONNECT_DONE;
+    m_endsDemo = true;
     entry->trigger();
     m_entered.acquire();
     QVERIFY(!entry->isEnabled());
     m_release.release();
-    QTRY_COMPARE(lastMessage(), QString("The connection has been ended."));
+    const QString ended = QStringLiteral("The connection has been ended.");
+    QTRY_COMPARE(lastMessage(), ended);
+    m_endsDemo = false;
+    const auto *status = window()->findChild<QLabel *>("Host_StatusConnection");
+    QTRY_VERIFY(status->text().endsWith("Not connected"));
+    QVERIFY(!entry->isEnabled());
+    QCOMPARE(lastMessage(), ended);
 }
 
 void tst_Session::theFiguresReachTheStatusLine()
