@@ -1,6 +1,7 @@
-# netinfo_add_test(NAME SOURCES file... LIBS target... LABELS label... [TIMEOUT seconds])
+# netinfo_add_test(NAME SOURCES file... LIBS target... LABELS label... [TIMEOUT seconds]
+#                  [LAUNCHER program])
 # One test program, run offscreen in a fixed locale and time zone. Labels: unit, gui, integration;
-# threads marks what the thread sanitizer runs.
+# threads marks what the thread sanitizer runs. The launcher is given the test's command line.
 set(NETINFO_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
@@ -19,7 +20,7 @@ endif()
 add_custom_target(tests_threads) # what the thread sanitizer needs, and nothing else
 
 function(netinfo_add_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
+  cmake_parse_arguments(arg "" "TIMEOUT;LAUNCHER" "SOURCES;LIBS;LABELS" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
@@ -30,7 +31,7 @@ function(netinfo_add_test name)
   if("threads" IN_LIST arg_LABELS)
     add_dependencies(tests_threads ${name})
   endif()
-  add_test(NAME ${name} COMMAND ${name})
+  add_test(NAME ${name} COMMAND ${arg_LAUNCHER} $<TARGET_FILE:${name}>)
   set_tests_properties(
     ${name} PROPERTIES ENVIRONMENT "${NETINFO_TEST_ENVIRONMENT}" LABELS "${arg_LABELS}"
                        TIMEOUT ${arg_TIMEOUT} SKIP_RETURN_CODE 77)

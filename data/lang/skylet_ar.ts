@@ -303,6 +303,38 @@
         <translation>إ&amp;نهاء</translation>
     </message>
     <message>
+        <source>HOST_DISCONNECT</source>
+        <translation>&amp;قطع الاتصال</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECTING</source>
+        <translation>جارٍ قطع الاتصال…</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_DONE</source>
+        <translation>تم قطع الاتصال.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_CONNECTION</source>
+        <translation>لا يوجد اتصال لقطعه.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_SERVICE</source>
+        <translation>لا يمكن قطع الاتصال: NetworkManager لا يعمل.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NOT_MANAGED</source>
+        <translation>لا يمكن قطع الاتصال: NetworkManager لا يدير هذا الاتصال.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_REFUSED</source>
+        <translation>لا يمكن قطع الاتصال: ليس لديك إذن بذلك.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_FAILED</source>
+        <translation>تعذّر قطع الاتصال: أبلغ NetworkManager عن خطأ أو لم يستجب.</translation>
+    </message>
+    <message>
         <source>HOST_VIEW_USAGE</source>
         <translation>الاستخ&amp;دام</translation>
     </message>

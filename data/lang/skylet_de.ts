@@ -303,6 +303,38 @@
         <translation>&amp;Beenden</translation>
     </message>
     <message>
+        <source>HOST_DISCONNECT</source>
+        <translation>&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECTING</source>
+        <translation>Die Verbindung wird getrennt …</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_DONE</source>
+        <translation>Die Verbindung wurde getrennt.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_CONNECTION</source>
+        <translation>Es besteht keine Verbindung, die getrennt werden könnte.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_SERVICE</source>
+        <translation>Die Verbindung kann nicht getrennt werden: NetworkManager läuft nicht.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NOT_MANAGED</source>
+        <translation>Die Verbindung kann nicht getrennt werden: NetworkManager verwaltet sie nicht.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_REFUSED</source>
+        <translation>Die Verbindung kann nicht getrennt werden: Ihnen fehlt die Berechtigung dazu.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_FAILED</source>
+        <translation>Die Verbindung konnte nicht getrennt werden: NetworkManager hat einen Fehler gemeldet oder nicht geantwortet.</translation>
+    </message>
+    <message>
         <source>HOST_VIEW_USAGE</source>
         <translation>&amp;Verbrauch</translation>
     </message>

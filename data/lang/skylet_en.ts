@@ -303,6 +303,38 @@
         <translation>&amp;Quit</translation>
     </message>
     <message>
+        <source>HOST_DISCONNECT</source>
+        <translation>&amp;Disconnect</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECTING</source>
+        <translation>The connection is being ended…</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_DONE</source>
+        <translation>The connection has been ended.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_CONNECTION</source>
+        <translation>There is no connection to end.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_SERVICE</source>
+        <translation>The connection cannot be ended: NetworkManager is not running.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NOT_MANAGED</source>
+        <translation>The connection cannot be ended: NetworkManager does not manage it.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_REFUSED</source>
+        <translation>The connection cannot be ended: you are not permitted to.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_FAILED</source>
+        <translation>The connection could not be ended: NetworkManager reported an error or did not answer.</translation>
+    </message>
+    <message>
         <source>HOST_VIEW_USAGE</source>
         <translation>&amp;Usage</translation>
     </message>

@@ -303,6 +303,38 @@
         <translation>&amp;Salir</translation>
     </message>
     <message>
+        <source>HOST_DISCONNECT</source>
+        <translation>&amp;Desconectar</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECTING</source>
+        <translation>Desconectando…</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_DONE</source>
+        <translation>La conexión se ha cortado.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_CONNECTION</source>
+        <translation>No hay ninguna conexión que cortar.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_SERVICE</source>
+        <translation>No se puede cortar la conexión: NetworkManager no está en ejecución.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NOT_MANAGED</source>
+        <translation>No se puede cortar la conexión: NetworkManager no la gestiona.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_REFUSED</source>
+        <translation>No se puede cortar la conexión: no tiene permiso para ello.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_FAILED</source>
+        <translation>No se ha podido cortar la conexión: NetworkManager ha comunicado un error o no ha respondido.</translation>
+    </message>
+    <message>
         <source>HOST_VIEW_USAGE</source>
         <translation>&amp;Consumo</translation>
     </message>

@@ -303,6 +303,38 @@
         <translation>&amp;Quitter</translation>
     </message>
     <message>
+        <source>HOST_DISCONNECT</source>
+        <translation>Se &amp;déconnecter</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECTING</source>
+        <translation>Déconnexion en cours…</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_DONE</source>
+        <translation>La connexion a été coupée.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_CONNECTION</source>
+        <translation>Il n’y a pas de connexion à couper.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NO_SERVICE</source>
+        <translation>La connexion ne peut pas être coupée : NetworkManager n’est pas lancé.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_NOT_MANAGED</source>
+        <translation>La connexion ne peut pas être coupée : NetworkManager ne la gère pas.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_REFUSED</source>
+        <translation>La connexion ne peut pas être coupée : vous n’en avez pas l’autorisation.</translation>
+    </message>
+    <message>
+        <source>HOST_DISCONNECT_FAILED</source>
+        <translation>La connexion n’a pas pu être coupée : NetworkManager a signalé une erreur ou n’a pas répondu.</translation>
+    </message>
+    <message>
         <source>HOST_VIEW_USAGE</source>
         <translation>&amp;Consommation</translation>
     </message>

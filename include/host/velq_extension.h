@@ -40,6 +40,31 @@ typedef struct VELQ_Counters
 /*! Copies the counters behind the live figures. Fails while no interface is counted. */
 VELQ_EXPORT int VELQ_DevSrv_GetCounters(VELQ_Counters *counters);
 
+/*! Answers of VELQ_NetConnectSrv_Disconnect(). */
+enum {
+    VELQ_DISCONNECT_DONE = 0, /*!< the connection is down or going down */
+    VELQ_DISCONNECT_FAILED = 1, /*!< any other reason, a service that does not answer included */
+    VELQ_DISCONNECT_NO_CONNECTION = 2, /*!< nothing is connected */
+    VELQ_DISCONNECT_NO_SERVICE = 3, /*!< no system bus, or no NetworkManager on it */
+    VELQ_DISCONNECT_NOT_MANAGED = 4, /*!< NetworkManager does not control the interface */
+    VELQ_DISCONNECT_REFUSED = 5 /*!< this user is not permitted to */
+};
+
+/*!
+ * Takes the counted connection down through NetworkManager, which then does not bring it up again
+ * by itself. Waits until it is going down: usually well below a second, five at most. Fails inside
+ * a statistics callback. The demo takes its scripted connection down; a new one comes up 15 seconds
+ * later.
+ */
+VELQ_EXPORT int VELQ_NetConnectSrv_Disconnect(void);
+
+/*!
+ * Lets the weekly report (kind 3) begin on \a weekday, 0 (Monday) to 6 (Sunday), and the monthly
+ * one (kind 4) on \a dayOfMonth, 1 to 31; in a shorter month that is its last day. At any time; not
+ * stored: without it they begin on Monday and on the first. Other numbers fail and change nothing.
+ */
+VELQ_EXPORT int VELQ_StatisticsSrv_SetPeriodStart(int weekday, int dayOfMonth);
+
 /*!
  * Keeps the store in \a directory (absolute, UTF-8, created when missing). Null or empty: the
  * environment variable VELQ_DATA_DIR, else "velq" in the user's XDG data directory. Fails once the

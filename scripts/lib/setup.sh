@@ -15,9 +15,12 @@ program|qt6-tools-dev|Qt 6 LinguistTools for CMake
 program|qt6-l10n-tools|Qt 6 lrelease, which compiles the translations
 program|libmnl-dev|libmnl, messages to and from the kernel
 program|libsqlite3-dev|SQLite 3
+program|libsystemd-dev|sd-bus, messages to and from NetworkManager
 program|fonts-dejavu-core|a font that the pictures can be drawn with
 test|ccache|ccache, which makes the second build quick
 test|iproute2|ip, which makes the tests' network namespaces
+test|network-manager|NetworkManager, which the tests run in namespaces of their own
+test|dbus|dbus-daemon, a bus for it
 test|tzdata|time zones
 test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "DisconnectNotice.h"
 #include "HostTexts.h"
 #include "MessageBar.h"
 #include "PluginStage.h"
@@ -32,6 +33,7 @@ MainWindow::MainWindow(const QStringList &languages, QWidget *parent)
     setObjectName(QStringLiteral("Host_MainWindow"));
     createMenus(languages);
     createCentre();
+    enableDisconnect();
     setStatusBar(m_status);
     resize(kFirstSize);
     retranslate(QStringLiteral("en"));
@@ -40,6 +42,9 @@ MainWindow::MainWindow(const QStringList &languages, QWidget *parent)
 void MainWindow::createMenus(const QStringList &languages)
 {
     m_fileMenu = menuBar()->addMenu(QString());
+    m_disconnect = m_fileMenu->addAction(QString(), this, &MainWindow::disconnectChosen);
+    m_disconnect->setObjectName(QStringLiteral("Host_Disconnect"));
+    m_fileMenu->addSeparator();
     m_quit = m_fileMenu->addAction(QString(), this, &QWidget::close);
     m_quit->setShortcut(QKeySequence::Quit);
     m_quit->setMenuRole(QAction::QuitRole);
@@ -125,6 +130,39 @@ void MainWindow::setMessages(const QStringList &messages)
     m_messages->setMessages(messages);
 }
 
+void MainWindow::setConnected(bool connected)
+{
+    if (m_connected == connected)
+        return;
+    m_connected = connected;
+    enableDisconnect();
+    if (m_disconnectResult && isDisconnectNoticeOver(*m_disconnectResult, connected)) {
+        m_disconnectResult.reset();
+        m_messages->setNotice({});
+    }
+}
+
+void MainWindow::showDisconnecting()
+{
+    m_disconnecting = true;
+    m_disconnectResult.reset();
+    enableDisconnect();
+    m_messages->setNotice({ "HOST_DISCONNECTING", false });
+}
+
+void MainWindow::showDisconnected(int result)
+{
+    m_disconnecting = false;
+    m_disconnectResult = result;
+    enableDisconnect();
+    m_messages->setNotice(disconnectNotice(result));
+}
+
+void MainWindow::enableDisconnect()
+{
+    m_disconnect->setEnabled(m_connected && !m_disconnecting);
+}
+
 void MainWindow::showEmptyStage()
 {
     m_stage->hide();
@@ -137,6 +175,7 @@ void MainWindow::retranslate(const QString &language)
     m_fileMenu->setTitle(hostText("HOST_MENU_FILE"));
     m_viewMenu->setTitle(hostText("HOST_MENU_VIEW"));
     m_languageMenu->setTitle(hostText("HOST_MENU_LANGUAGE"));
+    m_disconnect->setText(hostText("HOST_DISCONNECT"));
     m_quit->setText(hostText("HOST_QUIT"));
     for (const HostView view : kViews) {
         const QString text = hostText(kViewTexts[int(view)]);

@@ -5,6 +5,8 @@
 #include <QMainWindow>
 #include <QStringList>
 
+#include <optional>
+
 QT_BEGIN_NAMESPACE
 class QAction;
 class QActionGroup;
@@ -30,6 +32,12 @@ public:
     void setView(HostView view);
     [[nodiscard]] HostView view() const;
     void setMessages(const QStringList &messages);
+    //! Whether there is a connection that could be ended.
+    void setConnected(bool connected);
+    //! Says that the connection is being ended.
+    void showDisconnecting();
+    //! Says what came of it, a VELQ_DISCONNECT_ value, until that is out of date.
+    void showDisconnected(int result);
     //! Says that the stage stays empty.
     void showEmptyStage();
     //! Fetches every text again; \a language is the one in force.
@@ -38,6 +46,7 @@ public:
 signals:
     void viewChosen(HostView view);
     void languageChosen(const QString &code);
+    void disconnectChosen();
     void closing();
 
 protected:
@@ -46,10 +55,12 @@ protected:
 private:
     void createMenus(const QStringList &languages);
     void createCentre();
+    void enableDisconnect();
 
     QMenu *m_fileMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
     QMenu *m_languageMenu = nullptr;
+    QAction *m_disconnect = nullptr;
     QAction *m_quit = nullptr;
     QActionGroup *m_views = nullptr;
     QActionGroup *m_languages = nullptr;
@@ -58,4 +69,7 @@ private:
     PluginStage *m_stage = nullptr;
     QLabel *m_empty = nullptr;
     StatusLine *m_status = nullptr;
+    bool m_connected = false;
+    bool m_disconnecting = false;
+    std::optional<int> m_disconnectResult; //!< what the message bar speaks of
 };

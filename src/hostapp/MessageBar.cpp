@@ -23,21 +23,24 @@ MessageBar::MessageBar(QWidget *parent)
     m_text->setTextFormat(Qt::PlainText); // file names are not markup
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon, 0, Qt::AlignTop);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_dismiss, 0, Qt::AlignTop);
-    connect(m_dismiss, &QPushButton::clicked, this, &QWidget::hide);
-    hide();
+    connect(m_dismiss, &QPushButton::clicked, this, &MessageBar::dismiss);
     retranslate();
 }
 
 void MessageBar::setMessages(const QStringList &messages)
 {
-    m_text->setText(messages.join(QLatin1Char('\n')));
-    setVisible(!messages.isEmpty());
+    m_messages = messages;
+    refresh();
+}
+
+void MessageBar::setNotice(const Notice &notice)
+{
+    m_notice = notice;
+    refresh();
 }
 
 void MessageBar::retranslate()
@@ -45,4 +48,25 @@ void MessageBar::retranslate()
     m_dismiss->setText(hostText("HOST_DISMISS"));
     setAccessibleName(hostText("HOST_MESSAGES"));
     m_text->setAccessibleName(hostText("HOST_MESSAGES"));
+    refresh();
+}
+
+void MessageBar::dismiss()
+{
+    m_messages.clear();
+    m_notice = {};
+    refresh();
+}
+
+void MessageBar::refresh()
+{
+    QStringList lines = m_messages;
+    if (m_notice.key)
+        lines.append(hostText(m_notice.key));
+    const bool isWarning = !m_messages.isEmpty() || m_notice.isWarning;
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    const auto icon = isWarning ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxInformation;
+    m_icon->setPixmap(style()->standardIcon(icon).pixmap(size));
+    m_text->setText(lines.join(QLatin1Char('\n')));
+    setVisible(!lines.isEmpty());
 }

@@ -8,15 +8,13 @@
 static constexpr int kControllerId = 0x1002; // the request that every page plug-in serves
 static constexpr unsigned int kLanguageChanged = 320;
 static constexpr unsigned int kStoredStatisticsChanged = 837;
-static constexpr int kSettledMs = 30;
+static constexpr char kUsagePage[] = "NetInfoSettingDlg_MainWidget";
+static constexpr char kStatisticsPage[] = "NetInfoUIPlugin_WidgetParent";
 
 PluginStage::PluginStage(QWidget *parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("Host_Stage"));
-    m_settled.setSingleShot(true);
-    m_settled.setInterval(kSettledMs);
-    connect(&m_settled, &QTimer::timeout, this, &PluginStage::showUsage);
 }
 
 PluginStage::~PluginStage() = default;
@@ -39,7 +37,6 @@ bool PluginStage::enter(QObject *plugin)
 
 void PluginStage::leave()
 {
-    m_settled.stop();
     m_object = nullptr;
     m_plugin = nullptr;
     m_notify = nullptr;
@@ -63,10 +60,14 @@ HostView PluginStage::view() const
     return m_view;
 }
 
+QWidget *PluginStage::page(const char *name) const
+{
+    return findChild<QWidget *>(QLatin1String(name), Qt::FindDirectChildrenOnly);
+}
+
 QWidget *PluginStage::statisticsPage() const
 {
-    return findChild<QWidget *>(QStringLiteral("NetInfoUIPlugin_WidgetParent"),
-                                Qt::FindDirectChildrenOnly);
+    return page(kStatisticsPage);
 }
 
 bool PluginStage::hasStatisticsPage() const
@@ -95,6 +96,8 @@ void PluginStage::notify(unsigned int message)
         m_notify->Notify(message, 0, 0);
 }
 
+// In Usage the page itself is resized: ShowWindow loads it anew, and with it what the user is
+// typing.
 void PluginStage::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
@@ -103,17 +106,9 @@ void PluginStage::resizeEvent(QResizeEvent *event)
     if (isShowingStatistics()) {
         QRect area = rect();
         m_plugin->FitSize(area);
-    } else {
-        m_settled.start();
+    } else if (QWidget *usage = page(kUsagePage)) {
+        usage->setGeometry(rect());
     }
-}
-
-void PluginStage::showUsage()
-{
-    if (isEmpty() || isShowingStatistics())
-        return;
-    QRect area = rect();
-    m_plugin->ShowWindow(this, area);
 }
 
 // The pages become children of the stage in ShowWindow, so that comes first whatever is to be seen.

@@ -3,7 +3,6 @@
 #include "HostView.h"
 
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 
 class INotify;
@@ -37,15 +36,14 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    [[nodiscard]] QWidget *page(const char *name) const;
     [[nodiscard]] QWidget *statisticsPage() const;
     [[nodiscard]] bool isShowingStatistics() const;
     void notify(unsigned int message);
     void showPages();
-    void showUsage();
 
     QPointer<QObject> m_object; // the plug-in's own object; the two below are faces of it
     IUIPlugin *m_plugin = nullptr;
     INotify *m_notify = nullptr;
     HostView m_view = HostView::Statistics;
-    QTimer m_settled; // a drag resizes many times; the usage page is laid out once it rests
 };

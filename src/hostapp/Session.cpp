@@ -3,6 +3,7 @@
 #include "Console.h"
 #include "HostTexts.h"
 #include "MainWindow.h"
+#include "PeriodStartWatch.h"
 #include "PluginStage.h"
 #include "StatusLine.h"
 
@@ -19,20 +20,19 @@
 #include <QLocale>
 #include <QStandardPaths>
 
-// The connection is made by this host itself; plug-ins ask for it by this identifier.
-static const QLatin1String kConnectionPluginId("D0B83E56-19F2-4C6A-B7E4-05A9C31D8F62");
-
 static HostSettings makeSettings(const Options &options)
 {
     HostPaths::setUserDataDirectory(options.dataDirectory);
     return HostSettings(CommonUtils::getUserDataDirectory());
 }
 
-Session::Session(const Options &options, bool headless)
+Session::Session(const Options &options, bool headless, const SdkCalls &sdk)
     : m_options(options)
     , m_headless(headless)
+    , m_sdk(sdk)
     , m_settings(makeSettings(options))
     , m_report(options.demo)
+    , m_disconnector(sdk.disconnect)
 {
 }
 
@@ -57,8 +57,10 @@ std::optional<int> Session::prepare()
         return status;
     if (const auto status = prepareSdk())
         return status;
+    preparePeriodStart();
     loadPlugins();
     createWindow();
+    connectDisconnect();
     startPlugins();
     return std::nullopt;
 }
@@ -124,7 +126,7 @@ std::optional<int> Session::prepareSdk()
 void Session::loadPlugins()
 {
     m_container = std::make_unique<PluginContainer>(CommonUtils::GetPluginLibraryPath());
-    m_container->addBuiltIn(kConnectionPluginId);
+    addServices();
     StartupHost::setPluginContainer(m_container.get());
     m_container->load();
 }

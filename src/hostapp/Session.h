@@ -1,9 +1,13 @@
 #pragma once
 
 #include "ConsoleReport.h"
+#include "Disconnector.h"
 #include "HostSettings.h"
 #include "LiveFeed.h"
 #include "Options.h"
+#include "SdkCalls.h"
+
+#include <NotifyService.h>
 
 #include <QObject>
 
@@ -12,6 +16,7 @@
 
 class Languages;
 class MainWindow;
+class PeriodStartWatch;
 class PluginContainer;
 
 //! One run of the program: prepares the SDK, the languages, the plug-ins and the window, and takes
@@ -21,7 +26,7 @@ class Session : public QObject
     Q_OBJECT
 public:
     //! \a headless: there is no display, so figures are printed and a picture is written.
-    Session(const Options &options, bool headless);
+    Session(const Options &options, bool headless, const SdkCalls &sdk = {});
     ~Session() override;
 
     //! Everything that comes before the window. An exit status when the program cannot go on.
@@ -33,7 +38,12 @@ private:
     [[nodiscard]] std::optional<int> prepareFolders();
     [[nodiscard]] std::optional<int> prepareLanguages();
     [[nodiscard]] std::optional<int> prepareSdk();
+    void preparePeriodStart();
     void loadPlugins();
+    void addServices();
+    void connectDisconnect();
+    [[nodiscard]] int onConnectionMessage(unsigned int msg, unsigned int wparam,
+                                          unsigned int lparam);
     void createWindow();
     void startPlugins();
     void showFailures();
@@ -48,11 +58,15 @@ private:
 
     const Options m_options;
     const bool m_headless;
+    const SdkCalls m_sdk;
     HostSettings m_settings;
+    NotifyService m_notifyService;
     QStringList m_messages; //!< for the message bar, besides the plug-ins' failures
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<PluginContainer> m_container;
     std::unique_ptr<LiveFeed> m_feed;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PeriodStartWatch> m_periodStart;
     ConsoleReport m_report;
+    Disconnector m_disconnector; //!< last, so that its wait at the end comes first
 };

@@ -1,5 +1,6 @@
 #include "Console.h"
 #include "MainWindow.h"
+#include "PeriodStartWatch.h"
 #include "PluginStage.h"
 #include "Session.h"
 #include "StatusLine.h"
@@ -54,6 +55,8 @@ void Session::onSample(const LiveSample &sample)
 {
     m_window->statusLine()->setSample(sample);
     m_window->statusLine()->setStoreProblem(LiveFeed::storeProblem());
+    m_window->setConnected(sample.connected);
+    m_periodStart->check();
     if (!m_headless || m_report.count() >= samplesToPrint())
         return;
     const QStringList lines = m_report.lines(sample);

@@ -131,9 +131,9 @@ QString PluginContainer::fileOf(const QObject *plugin) const
     return QString();
 }
 
-void PluginContainer::addBuiltIn(const QString &id, QObject *object)
+void PluginContainer::addBuiltIn(const QString &id, QObject *object, int kind)
 {
-    m_builtIns.insert(id, object);
+    m_builtIns.insert(id, { object, kind });
 }
 
 void PluginContainer::removeBuiltIn(const QString &id)
@@ -167,8 +167,9 @@ bool PluginContainer::IsPluginAvailable(const QString &id)
 
 QObject *PluginContainer::GetPlugin(const QString &id, int kind)
 {
-    if (m_builtIns.contains(id))
-        return m_builtIns.value(id);
+    const auto builtIn = m_builtIns.constFind(id);
+    if (builtIn != m_builtIns.constEnd())
+        return builtIn->kind == kind ? builtIn->object.data() : nullptr;
     QObject *object = nullptr;
     IBasePlugin *plugin = find(id);
     return plugin && plugin->QueryInterface(kind, &object) ? object : nullptr;

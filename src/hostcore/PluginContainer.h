@@ -48,9 +48,9 @@ public:
     [[nodiscard]] QVector<QObject *> plugins() const;
     //! The file that \a plugin came from; empty for an unknown one.
     [[nodiscard]] QString fileOf(const QObject *plugin) const;
-    //! Declares that the host itself is the plug-in \a id; \a object, where given, answers every
-    //! kind. Not owned.
-    void addBuiltIn(const QString &id, QObject *object = nullptr);
+    //! Declares that the host itself is the plug-in \a id; \a object, where given, answers requests
+    //! of \a kind and no others. Not owned.
+    void addBuiltIn(const QString &id, QObject *object = nullptr, int kind = 0);
     void removeBuiltIn(const QString &id);
     //! Tells every plug-in that the host ends, the latest loaded first.
     void destroyPlugins();
@@ -60,6 +60,11 @@ public:
 
 private:
     struct Loaded;
+    struct BuiltIn
+    {
+        QPointer<QObject> object;
+        int kind = 0;
+    };
     void loadFolder(const QString &folder);
     void loadFile(const QString &file);
     [[nodiscard]] IBasePlugin *find(const QString &id) const;
@@ -67,5 +72,5 @@ private:
     const QString m_folder;
     std::vector<std::unique_ptr<Loaded>> m_loaded;
     QVector<PluginFailure> m_failures;
-    QHash<QString, QPointer<QObject>> m_builtIns;
+    QHash<QString, BuiltIn> m_builtIns;
 };

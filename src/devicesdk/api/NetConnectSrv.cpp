@@ -1,6 +1,7 @@
 #include "api/Guard.h"
 
 #include <host/velq.h>
+#include <host/velq_extension.h>
 
 #include <memory>
 #include <string>
@@ -34,4 +35,22 @@ int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
 {
     delete[] list;
     return kSuccess;
+}
+
+static_assert(VELQ_DISCONNECT_DONE == int(DisconnectResult::Done)
+                  && VELQ_DISCONNECT_FAILED == int(DisconnectResult::Failed)
+                  && VELQ_DISCONNECT_NO_CONNECTION == int(DisconnectResult::NoConnection)
+                  && VELQ_DISCONNECT_NO_SERVICE == int(DisconnectResult::NoService)
+                  && VELQ_DISCONNECT_NOT_MANAGED == int(DisconnectResult::NotManaged)
+                  && VELQ_DISCONNECT_REFUSED == int(DisconnectResult::Refused),
+              "the results are the contract's");
+
+int VELQ_NetConnectSrv_Disconnect(void)
+{
+    auto result = DisconnectResult::Failed;
+    (void)withService([&result](Service &service) {
+        result = service.disconnect();
+        return true;
+    });
+    return static_cast<int>(result);
 }

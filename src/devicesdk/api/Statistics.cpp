@@ -1,6 +1,7 @@
 #include "api/Guard.h"
 
 #include <host/velq.h>
+#include <host/velq_extension.h>
 
 using namespace velq;
 
@@ -71,4 +72,10 @@ int VELQ_Statistics_Reset(_VELQ_EN_CONNECT_TYPE type)
         return kFailure;
     return withService(
         [=](Service &service) { return service.engine().reset(static_cast<int>(type)); });
+}
+
+int VELQ_StatisticsSrv_SetPeriodStart(int weekday, int dayOfMonth)
+{
+    const PeriodStart start { weekday, dayOfMonth };
+    return guarded([&start] { return isValid(start) && Runtime::setPeriodStart(start); });
 }

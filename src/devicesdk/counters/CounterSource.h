@@ -38,6 +38,9 @@ public:
     [[nodiscard]] virtual ReadResult readChosen() = 0;
     //! Reads the link \a index: the last look at one that is no longer the chosen one.
     [[nodiscard]] virtual ReadResult readIndex(int index) = 0;
+    //! The counted link was disconnected on request: it is down until it connects anew, although
+    //! the hardware may stay up.
+    virtual void noteDisconnect() = 0;
 };
 
 } // namespace velq

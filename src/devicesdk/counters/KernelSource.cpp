@@ -1,5 +1,6 @@
 #include "counters/KernelSource.h"
 
+#include "counters/AddressMessage.h"
 #include "counters/InterfaceName.h"
 #include "counters/LinkMessage.h"
 #include "counters/RouteMessage.h"
@@ -29,8 +30,9 @@ KernelSource::KernelSource(std::string name, std::string root)
 
 void KernelSource::open()
 {
-    m_open
-        = m_requests.open(0) && m_events.open(RTMGRP_LINK | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE);
+    constexpr unsigned kRoutes = RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
+    constexpr unsigned kAddresses = RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR;
+    m_open = m_requests.open(0) && m_events.open(RTMGRP_LINK | kRoutes | kAddresses);
 }
 
 ReadResult KernelSource::readChosen()
@@ -48,11 +50,28 @@ ReadResult KernelSource::readChosen()
         if (m_routeIndex > 0)
             result = readLink(m_routeIndex, {});
     }
-    if (result.status == ReadStatus::Found)
+    if (result.status == ReadStatus::Found) {
         m_watchedIndex = result.link.index;
-    else if (result.status == ReadStatus::Absent)
+        applyDisconnect(result.link);
+    } else if (result.status == ReadStatus::Absent) {
         m_routesChanged = true;
+    }
     return result;
+}
+
+void KernelSource::noteDisconnect()
+{
+    readEvents(); // what was announced until now is of the connection that ends
+    m_disconnectedIndex = m_watchedIndex;
+}
+
+void KernelSource::applyDisconnect(LinkReading &link)
+{
+    if (link.index != m_disconnectedIndex)
+        return;
+    if (!link.up)
+        m_disconnectedIndex = 0; // when it comes up, it does so anew
+    link.up = false;
 }
 
 ReadResult KernelSource::readIndex(int index)
@@ -64,17 +83,30 @@ void KernelSource::readEvents()
 {
     const bool complete = m_events.drain(
         [this](const void *message, std::size_t size) { noteEvent(message, size); });
-    if (!complete)
+    if (!complete) {
         m_routesChanged = true;
+        m_disconnectedIndex = 0; // it may have connected again
+    }
 }
 
 void KernelSource::noteEvent(const void *message, std::size_t size)
 {
+    const auto *header = static_cast<const nlmsghdr *>(message);
+    if (header->nlmsg_type == RTM_NEWADDR || header->nlmsg_type == RTM_DELADDR) {
+        const int connected = linkOfNewAddress(message, size);
+        if (connected > 0 && connected == m_disconnectedIndex)
+            m_disconnectedIndex = 0;
+        return;
+    }
     // Links count as well: a carrier that comes or goes changes whether a route is usable.
     m_routesChanged = true;
     const auto link = parseLinkMessage(message, size);
-    if (link && link->deleted && link->index == m_watchedIndex)
+    if (!link || !link->deleted)
+        return;
+    if (link->index == m_watchedIndex)
         ++m_generation;
+    if (link->index == m_disconnectedIndex)
+        m_disconnectedIndex = 0;
 }
 
 bool KernelSource::lookUpRoute()

@@ -22,6 +22,7 @@ public:
 
     ReadResult readChosen() override;
     ReadResult readIndex(int index) override;
+    void noteDisconnect() override;
 
 private:
     void open();
@@ -29,6 +30,7 @@ private:
     void noteEvent(const void *message, std::size_t size);
     //! False when the routes could not be read.
     bool lookUpRoute();
+    void applyDisconnect(LinkReading &link);
     bool dumpRoutes(int family, std::optional<DefaultRoute> &best);
     ReadResult readLink(int index, const std::string &name);
 
@@ -41,6 +43,7 @@ private:
     int m_routeIndex = 0; // 0: no default route
     int m_watchedIndex = 0; // the link whose deletion starts a new generation
     std::uint64_t m_generation = 0;
+    int m_disconnectedIndex = 0; // the link that is down by request, whatever the kernel says
 };
 
 } // namespace velq

@@ -30,6 +30,12 @@ bool CallbackList::remove(Callback callback)
     return true;
 }
 
+bool CallbackList::isRunningHere()
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    return m_runner == std::this_thread::get_id();
+}
+
 void CallbackList::notify(int event, void *data)
 {
     std::unique_lock<std::mutex> lock(m_mutex);

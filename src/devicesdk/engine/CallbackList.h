@@ -21,6 +21,8 @@ public:
      * is waited for, unless the caller is that call.
      */
     [[nodiscard]] bool remove(Callback callback);
+    //! Whether the caller is a callback that runs at the moment.
+    [[nodiscard]] bool isRunningHere();
     //! Calls every callback that is still there when its turn comes. From one thread at a time.
     void notify(int event, void *data);
 

@@ -7,6 +7,7 @@ namespace velq {
 namespace {
 
 constexpr std::int64_t kNsPerSecond = 1000000000;
+constexpr std::int64_t kPauseNs = 15 * kNsPerSecond;
 constexpr int kDemoIndex = 1;
 constexpr std::uint64_t kEarlierDownload = 73400320; // the link has carried traffic before
 constexpr std::uint64_t kEarlierUpload = 9437184;
@@ -61,9 +62,27 @@ DemoSource::DemoSource(Clock clock)
 {
 }
 
+std::int64_t DemoSource::scriptNs(std::int64_t nowNs)
+{
+    if (nowNs < m_upAgainNs)
+        return m_pausedNs;
+    if (m_upAgainNs > 0)
+        m_beganNs = m_upAgainNs - m_pausedNs;
+    m_upAgainNs = 0;
+    return nowNs - m_beganNs;
+}
+
+void DemoSource::noteDisconnect()
+{
+    const std::int64_t now = m_clock.bootNs();
+    m_pausedNs = scriptNs(now);
+    m_upAgainNs = now + kPauseNs;
+}
+
 ReadResult DemoSource::readChosen()
 {
-    const std::int64_t elapsed = m_clock.bootNs() - m_beganNs;
+    const std::int64_t now = m_clock.bootNs();
+    const std::int64_t elapsed = scriptNs(now);
     constexpr std::int64_t kLongestCatchUp = 3600; // after a sleep the script goes on, not back
     const std::int64_t second = elapsed / kNsPerSecond;
     if (second - m_second > kLongestCatchUp)
@@ -78,7 +97,7 @@ ReadResult DemoSource::readChosen()
     result.status = ReadStatus::Found;
     result.link.index = kDemoIndex;
     result.link.name = "demo0";
-    result.link.up = true;
+    result.link.up = now >= m_upAgainNs;
     result.link.download = m_download + part(running.download, elapsed % kNsPerSecond);
     result.link.upload = m_upload + part(running.upload, elapsed % kNsPerSecond);
     return result;

@@ -5,7 +5,10 @@
 
 namespace velq {
 
-/*! A scripted connection "demo0": the same lively speeds in every run. */
+/*!
+ * A scripted connection "demo0": the same lively speeds in every run. Disconnected, it comes up
+ * again after 15 seconds and goes on where it was.
+ */
 class DemoSource : public CounterSource
 {
 public:
@@ -13,10 +16,15 @@ public:
 
     ReadResult readChosen() override;
     ReadResult readIndex(int index) override;
+    void noteDisconnect() override;
 
 private:
+    [[nodiscard]] std::int64_t scriptNs(std::int64_t nowNs);
+
     const Clock m_clock;
-    const std::int64_t m_beganNs;
+    std::int64_t m_beganNs; // when the script began, pauses not counted
+    std::int64_t m_pausedNs = 0; // the script's time while it is down
+    std::int64_t m_upAgainNs = 0;
     std::int64_t m_second = 0; // whole seconds that are in the counters
     std::uint64_t m_download = 0;
     std::uint64_t m_upload = 0;

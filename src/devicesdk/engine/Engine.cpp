@@ -1,7 +1,5 @@
 #include "engine/Engine.h"
 
-#include "store/Period.h"
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -59,9 +57,22 @@ std::int64_t Engine::now() const
 
 void Engine::sample()
 {
+    const std::lock_guard<std::mutex> guard(m_sampleMutex);
+    sampleLocked();
+}
+
+void Engine::noteDisconnect()
+{
+    const std::lock_guard<std::mutex> guard(m_sampleMutex);
+    m_source->noteDisconnect();
+    sampleLocked();
+}
+
+void Engine::sampleLocked()
+{
     const ReadResult reading = m_source->readChosen();
     const std::int64_t nowNs = m_clock.bootNs();
-    const int counted = m_tracker.index(); // only this thread changes it
+    const int counted = m_tracker.index(); // changed by samples only
     const bool left = counted > 0 && reading.status != ReadStatus::Failed
         && (reading.status == ReadStatus::Absent || reading.link.index != counted);
     const ReadResult lastLook = left ? m_source->readIndex(counted) : ReadResult {};
@@ -136,7 +147,8 @@ bool Engine::periodReport(int kind, int type, Report &report)
 {
     Period period {};
     Totals totals;
-    if (!periodOf(kind, period) || !m_ledger.totals(type, periodSpan(period, now()), totals))
+    if (!periodOf(kind, period)
+        || !m_ledger.totals(type, periodSpan(period, now(), m_periodStart), totals))
         return false;
     report = reportOf(totals);
     return true;

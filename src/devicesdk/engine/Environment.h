@@ -1,15 +1,18 @@
 #pragma once
 
+#include "store/Period.h"
+
 #include <string>
 
 namespace velq {
 
-/*! What the host has chosen before the first use. */
+/*! What the host has chosen before the first use; the period start also after it. */
 struct HostChoices
 {
     std::string interface; //!< empty: see chosenInterface()
     std::string directory; //!< empty: see dataDirectory()
     bool demo = false;
+    PeriodStart periodStart;
 };
 
 //! The interface to count: the host's choice, else VELQ_INTERFACE; empty for the default route.

@@ -4,6 +4,7 @@
 #include "engine/CustomizeName.h"
 #include "engine/DemoHistory.h"
 #include "engine/DemoSource.h"
+#include "modem/NetworkManager.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -39,9 +40,11 @@ std::unique_ptr<Engine> makeEngine(const HostChoices &choices, const DataDirecto
 } // namespace
 
 Service::Service(const HostChoices &choices)
-    : m_directory(dataDirectory(choices))
+    : m_demo(choices.demo)
+    , m_directory(dataDirectory(choices))
     , m_engine(makeEngine(choices, m_directory))
 {
+    m_engine->setPeriodStart(choices.periodStart);
     m_engine->sample(); // so that the first question has an answer
     if (!m_ticker.start([this] { m_engine->tick(); }))
         throw std::bad_alloc(); // no thread: there is no service
@@ -67,6 +70,20 @@ void Service::abandon()
 std::string Service::customizeName() const
 {
     return velq::customizeName(m_directory.path);
+}
+
+DisconnectResult Service::disconnect()
+{
+    if (m_engine->callbacks().isRunningHere()) // sampling would stand still meanwhile
+        return DisconnectResult::Failed;
+    const LiveFigures figures = m_engine->live();
+    if (!figures.connected)
+        return DisconnectResult::NoConnection;
+    const DisconnectResult result
+        = m_demo ? DisconnectResult::Done : disconnectInterface(figures.interface);
+    if (result == DisconnectResult::Done)
+        m_engine->noteDisconnect();
+    return result;
 }
 
 namespace Runtime {
@@ -180,6 +197,19 @@ bool choose(const std::function<void(HostChoices &)> &change)
     if (state().used)
         return false;
     change(state().choices);
+    return true;
+}
+
+bool setPeriodStart(const PeriodStart &start)
+{
+    if (isForeignProcess())
+        return false;
+    const std::lock_guard<std::mutex> guard(state().mutex);
+    if (state().ended)
+        return false;
+    state().choices.periodStart = start;
+    if (state().service)
+        state().service->engine().setPeriodStart(start);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "engine/Engine.h"
 #include "engine/Environment.h"
 #include "engine/Ticker.h"
+#include "modem/DisconnectRules.h"
 
 #include <atomic>
 #include <functional>
@@ -30,8 +31,11 @@ public:
         return *m_engine;
     }
     [[nodiscard]] std::string customizeName() const;
+    //! Takes the counted connection down; blocks for kDisconnectTime at most.
+    [[nodiscard]] DisconnectResult disconnect();
 
 private:
+    const bool m_demo;
     const DataDirectory m_directory;
     std::unique_ptr<Engine> m_engine;
     Ticker m_ticker;
@@ -49,6 +53,8 @@ namespace Runtime {
 [[nodiscard]] std::shared_ptr<Service> runningService();
 //! Changes what the host has chosen; false once there is, or was, a service.
 [[nodiscard]] bool choose(const std::function<void(HostChoices &)> &change);
+//! For the service that runs or will be made. False after the end and in a forked child.
+[[nodiscard]] bool setPeriodStart(const PeriodStart &start);
 
 } // namespace Runtime
 

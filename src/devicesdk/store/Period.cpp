@@ -1,5 +1,6 @@
 #include "store/Period.h"
 
+#include <algorithm>
 #include <ctime>
 
 namespace velq {
@@ -63,22 +64,51 @@ std::int64_t firstInstant(const Date &date)
     return instant;
 }
 
-Date firstDate(Period period, const tm &local)
+int daysInMonth(int year, int month)
 {
-    constexpr int kDaysPerWeek = 7;
-    Date date { local.tm_year, local.tm_mon, local.tm_mday };
-    if (period == Period::Week)
-        date.day -= (local.tm_wday + kDaysPerWeek - 1) % kDaysPerWeek; // tm counts from Sunday
-    else if (period == Period::Month || period == Period::Year)
-        date.day = 1;
-    if (period == Period::Year)
-        date.month = 0;
-    return date;
+    tm parts {};
+    parts.tm_year = year;
+    parts.tm_mon = month + 1;
+    const time_t lastDay = timegm(&parts); // the next month's day 0
+    (void)gmtime_r(&lastDay, &parts);
+    return parts.tm_mday;
 }
 
-Date nextDate(Period period, Date date)
+//! Always from the chosen day, never from the month before: the 31st stays the 31st.
+Date monthBegin(int year, int month, int dayOfMonth)
 {
-    constexpr int kDaysPerWeek = 7;
+    return { year, month, std::min(dayOfMonth, daysInMonth(year, month)) };
+}
+
+Date monthBegin(const tm &local, int dayOfMonth)
+{
+    const Date date = monthBegin(local.tm_year, local.tm_mon, dayOfMonth);
+    return local.tm_mday < date.day ? monthBegin(local.tm_year, local.tm_mon - 1, dayOfMonth)
+                                    : date;
+}
+
+constexpr int kDaysPerWeek = 7;
+
+Date firstDate(Period period, const tm &local, const PeriodStart &start)
+{
+    switch (period) {
+    case Period::Day:
+        break;
+    case Period::Week: {
+        const int weekday = (local.tm_wday + kDaysPerWeek - 1) % kDaysPerWeek; // tm: from Sunday
+        const int passed = (weekday + kDaysPerWeek - start.weekday) % kDaysPerWeek;
+        return { local.tm_year, local.tm_mon, local.tm_mday - passed };
+    }
+    case Period::Month:
+        return monthBegin(local, start.dayOfMonth);
+    case Period::Year:
+        return { local.tm_year, 0, 1 };
+    }
+    return { local.tm_year, local.tm_mon, local.tm_mday };
+}
+
+Date nextDate(Period period, Date date, const PeriodStart &start)
+{
     switch (period) {
     case Period::Day:
         ++date.day;
@@ -87,8 +117,7 @@ Date nextDate(Period period, Date date)
         date.day += kDaysPerWeek;
         break;
     case Period::Month:
-        ++date.month;
-        break;
+        return monthBegin(date.year, date.month + 1, start.dayOfMonth);
     case Period::Year:
         ++date.year;
         break;
@@ -98,16 +127,18 @@ Date nextDate(Period period, Date date)
 
 } // namespace
 
-Span periodSpan(Period period, std::int64_t now)
+bool isValid(const PeriodStart &start)
 {
-    tzset(); // localtime_r() alone does not notice that the system's zone has changed
-    const Date first = firstDate(period, localTime(now));
-    return { firstInstant(first), firstInstant(nextDate(period, first)) };
+    constexpr int kLongestMonth = 31;
+    return start.weekday >= 0 && start.weekday < kDaysPerWeek && start.dayOfMonth >= 1
+        && start.dayOfMonth <= kLongestMonth;
 }
 
-std::int64_t periodStart(Period period, std::int64_t now)
+Span periodSpan(Period period, std::int64_t now, const PeriodStart &start)
 {
-    return periodSpan(period, now).from;
+    tzset(); // localtime_r() alone does not notice that the system's zone has changed
+    const Date first = firstDate(period, localTime(now), start);
+    return { firstInstant(first), firstInstant(nextDate(period, first, start)) };
 }
 
 } // namespace velq

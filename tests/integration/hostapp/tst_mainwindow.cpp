@@ -5,6 +5,8 @@
 
 #include <Languages.h>
 
+#include <host/velq_extension.h>
+
 #include <QAction>
 #include <QLabel>
 #include <QMenuBar>
@@ -39,6 +41,14 @@ private slots:
     void aLongProblemDoesNotWidenTheWindow();
     void everythingHasANameForReaders();
     void anEmptyStageIsExplained();
+    void disconnectingIsOfferedWhileConnected();
+    void choosingDisconnectIsAnnounced();
+    void everyDisconnectResultIsSaid_data();
+    void everyDisconnectResultIsSaid();
+    void anOldDisconnectResultGoes();
+    void disconnectingKeepsOtherMessages();
+    void whatWasDismissedStaysAway();
+    void aNoticeFollowsTheLanguage();
     void closingIsAnnounced();
 
 private:
@@ -50,6 +60,16 @@ private:
     [[nodiscard]] QTabBar *tabs() const
     {
         return child<QTabBar>("Host_Views");
+    }
+    [[nodiscard]] QAction *disconnectEntry() const
+    {
+        return m_window->findChild<QAction *>("Host_Disconnect");
+    }
+    [[nodiscard]] QString messageText() const // empty while the bar is hidden
+    {
+        return child<QWidget>("Host_MessageBar")->isVisible()
+            ? child<QLabel>("Host_MessageText")->text()
+            : QString();
     }
 
     QScopedPointer<Languages> m_languages;
@@ -239,6 +259,115 @@ void tst_MainWindow::anEmptyStageIsExplained()
     QVERIFY(label->isVisible());
     QVERIFY(!m_window->stage()->isVisible());
     QVERIFY(label->text().startsWith("No plug-in"));
+}
+
+void tst_MainWindow::disconnectingIsOfferedWhileConnected()
+{
+    QVERIFY(m_window->menuBar()->actions().at(0)->menu()->actions().contains(disconnectEntry()));
+    QCOMPARE(disconnectEntry()->text(), QString("&Disconnect"));
+    QVERIFY(!disconnectEntry()->isEnabled());
+    m_window->setConnected(true);
+    QVERIFY(disconnectEntry()->isEnabled());
+    m_window->showDisconnecting();
+    QVERIFY(!disconnectEntry()->isEnabled());
+    m_window->showDisconnected(VELQ_DISCONNECT_REFUSED);
+    QVERIFY(disconnectEntry()->isEnabled());
+    m_window->showDisconnecting();
+    m_window->setConnected(false);
+    m_window->showDisconnected(VELQ_DISCONNECT_DONE);
+    QVERIFY(!disconnectEntry()->isEnabled());
+}
+
+void tst_MainWindow::choosingDisconnectIsAnnounced()
+{
+    QSignalSpy chosen(m_window.data(), &MainWindow::disconnectChosen);
+    m_window->setConnected(true);
+    disconnectEntry()->trigger();
+    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(messageText(), QString()); // saying something is up to whoever does it
+}
+
+void tst_MainWindow::everyDisconnectResultIsSaid_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("done") << int(VELQ_DISCONNECT_DONE) << "The connection has been ended.";
+    QTest::newRow("no connection")
+        << int(VELQ_DISCONNECT_NO_CONNECTION) << "There is no connection to end.";
+    QTest::newRow("no service") << int(VELQ_DISCONNECT_NO_SERVICE)
+                                << "The connection cannot be ended: NetworkManager is not running.";
+    QTest::newRow("not managed")
+        << int(VELQ_DISCONNECT_NOT_MANAGED)
+        << "The connection cannot be ended: NetworkManager does not manage it.";
+    QTest::newRow("refused") << int(VELQ_DISCONNECT_REFUSED)
+                             << "The connection cannot be ended: you are not permitted to.";
+    const QString failed = QStringLiteral("The connection could not be ended: NetworkManager "
+                                          "reported an error or did not answer.");
+    QTest::newRow("failed") << int(VELQ_DISCONNECT_FAILED) << failed;
+    QTest::newRow("unknown") << 4711 << failed;
+}
+
+void tst_MainWindow::everyDisconnectResultIsSaid()
+{
+    QFETCH(int, result);
+    m_window->setConnected(true);
+    m_window->showDisconnecting();
+    QCOMPARE(messageText(), QString::fromUtf8("The connection is being ended…"));
+    m_window->showDisconnected(result);
+    QTEST(messageText(), "text");
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void tst_MainWindow::anOldDisconnectResultGoes()
+{
+    m_window->setConnected(true);
+    m_window->showDisconnected(VELQ_DISCONNECT_DONE);
+    m_window->setConnected(true); // the next sample is still of the connection as it was
+    m_window->setConnected(false);
+    QCOMPARE(messageText(), QString("The connection has been ended."));
+    m_window->setConnected(true);
+    QCOMPARE(messageText(), QString());
+    m_window->showDisconnected(VELQ_DISCONNECT_REFUSED);
+    m_window->setConnected(true);
+    QVERIFY(!messageText().isEmpty());
+    m_window->setConnected(false);
+    QCOMPARE(messageText(), QString());
+    m_window->showDisconnecting();
+    m_window->setConnected(true);
+    QVERIFY(!messageText().isEmpty()); // until there is a result
+}
+
+void tst_MainWindow::disconnectingKeepsOtherMessages()
+{
+    m_window->setMessages({ "first" });
+    m_window->setConnected(true);
+    m_window->showDisconnected(VELQ_DISCONNECT_DONE);
+    QCOMPARE(messageText(), QString("first\nThe connection has been ended."));
+    m_window->setConnected(false);
+    m_window->setConnected(true);
+    QCOMPARE(messageText(), QString("first"));
+}
+
+void tst_MainWindow::whatWasDismissedStaysAway()
+{
+    m_window->setMessages({ "first" });
+    m_window->showDisconnected(VELQ_DISCONNECT_DONE);
+    QTest::mouseClick(child<QPushButton>("Host_MessageDismiss"), Qt::LeftButton);
+    QCOMPARE(messageText(), QString());
+    m_window->retranslate("en");
+    QCOMPARE(messageText(), QString());
+    m_window->showDisconnected(VELQ_DISCONNECT_NO_CONNECTION);
+    QCOMPARE(messageText(), QString("There is no connection to end."));
+}
+
+void tst_MainWindow::aNoticeFollowsTheLanguage()
+{
+    m_window->showDisconnected(VELQ_DISCONNECT_NO_SERVICE);
+    QVERIFY(m_languages->use("de"));
+    m_window->retranslate("de");
+    QCOMPARE(messageText(),
+             QString("Die Verbindung kann nicht getrennt werden: NetworkManager läuft nicht."));
+    QCOMPARE(disconnectEntry()->text(), QString("&Trennen"));
 }
 
 void tst_MainWindow::closingIsAnnounced()

@@ -38,6 +38,7 @@ private slots:
     void versionLinksAreOnePlugin();
     void theSameIdentifierTwiceIsSaid();
     void theHostItselfMayBeAPlugin();
+    void aBuiltInObjectAnswersItsKindAlone();
     void startupAnswersTheContainer();
     void destroyReachesThePlugin();
 
@@ -237,16 +238,29 @@ void tst_PluginContainer::theSameIdentifierTwiceIsSaid()
 
 void tst_PluginContainer::theHostItselfMayBeAPlugin()
 {
-    QObject service;
     PluginContainer container(m_folder->path());
     QVERIFY(!container.IsPluginAvailable(kConnectionId));
     container.addBuiltIn(kConnectionId);
     QVERIFY(container.IsPluginAvailable(kConnectionId));
+    QVERIFY(!container.GetPlugin(kConnectionId, 0));
     QVERIFY(!container.GetPlugin(kConnectionId, 1));
-    container.addBuiltIn(kConnectionId, &service);
-    QCOMPARE(container.GetPlugin(kConnectionId, 1), &service);
     container.removeBuiltIn(kConnectionId);
     QVERIFY(!container.IsPluginAvailable(kConnectionId));
+}
+
+void tst_PluginContainer::aBuiltInObjectAnswersItsKindAlone()
+{
+    PluginContainer container(m_folder->path());
+    {
+        QObject service;
+        container.addBuiltIn(kConnectionId, &service, 8209);
+        QCOMPARE(container.GetPlugin(kConnectionId, 8209), &service);
+        for (const int kind : { 0, -1, 1, 4098, 8208, 8210 })
+            QVERIFY(!container.GetPlugin(kConnectionId, kind));
+        QVERIFY(!container.GetPlugin(kGoodId, 8209));
+    }
+    QVERIFY(!container.GetPlugin(kConnectionId, 8209)); // it died before the container
+    QVERIFY(container.IsPluginAvailable(kConnectionId));
 }
 
 void tst_PluginContainer::startupAnswersTheContainer()

@@ -37,7 +37,9 @@ private slots:
     void usageIsWhatThePluginShows();
     void theViewsSwitch();
     void resizingStatisticsFits();
-    void resizingUsageShowsOnceItRests();
+    void resizingUsageKeepsThePage();
+    void enteringUsageTakesThePresentSize();
+    void aResizeWithoutAUsagePageIsSurvived();
     void notificationsArrive();
     void aRefusingPluginStaysOut();
     void aForeignObjectStaysOut();
@@ -128,7 +130,7 @@ void tst_PluginStage::resizingStatisticsFits()
     QVERIFY(page("NetInfoUIPlugin_WidgetParent")->isVisible());
 }
 
-void tst_PluginStage::resizingUsageShowsOnceItRests()
+void tst_PluginStage::resizingUsageKeepsThePage()
 {
     QObject *plugin = load(m_folder->addModule("one", "good"));
     m_stage->setView(HostView::Usage);
@@ -136,12 +138,38 @@ void tst_PluginStage::resizingUsageShowsOnceItRests()
     m_stage->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_stage.data()));
     takeCalls(plugin);
-    m_stage->resize(450, 310);
+    for (const QSize &size : { QSize(450, 310), QSize(500, 350), QSize(300, 200) }) {
+        m_stage->resize(size);
+        QCOMPARE(page("NetInfoSettingDlg_MainWidget")->geometry(), QRect(QPoint(0, 0), size));
+    }
+    m_stage->hide();
+    m_stage->show();
+    QCoreApplication::processEvents();
+    QCOMPARE(takeCalls(plugin), QStringList()); // a second ShowWindow would load the page anew
+}
+
+void tst_PluginStage::enteringUsageTakesThePresentSize()
+{
+    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QVERIFY(m_stage->enter(plugin));
+    m_stage->show();
     m_stage->resize(500, 350);
-    QStringList calls;
-    QTRY_VERIFY((calls += takeCalls(plugin)).contains("ShowWindow 500x350"));
-    QCOMPARE(calls, QStringList("ShowWindow 500x350"));
+    takeCalls(plugin);
+    m_stage->setView(HostView::Usage);
+    QCOMPARE(takeCalls(plugin), QStringList("ShowWindow 500x350"));
     QCOMPARE(page("NetInfoSettingDlg_MainWidget")->geometry(), QRect(0, 0, 500, 350));
+}
+
+void tst_PluginStage::aResizeWithoutAUsagePageIsSurvived()
+{
+    QObject *plugin = load(m_folder->addModule("one", "good"));
+    m_stage->setView(HostView::Usage);
+    QVERIFY(m_stage->enter(plugin));
+    m_stage->show();
+    delete page("NetInfoSettingDlg_MainWidget");
+    takeCalls(plugin);
+    m_stage->resize(500, 350);
+    QCOMPARE(takeCalls(plugin), QStringList());
 }
 
 void tst_PluginStage::notificationsArrive()

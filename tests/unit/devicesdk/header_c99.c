@@ -21,6 +21,8 @@ int velqFunctionCount(void)
         (AnyFunction)VELQ_DevSrv_StartDemo,
         (AnyFunction)VELQ_DevSrv_GetInterface,
         (AnyFunction)VELQ_DevSrv_GetCounters,
+        (AnyFunction)VELQ_NetConnectSrv_Disconnect,
+        (AnyFunction)VELQ_StatisticsSrv_SetPeriodStart,
         (AnyFunction)VELQ_StoreSrv_SetDirectory,
         (AnyFunction)VELQ_StoreSrv_GetProblem,
     };

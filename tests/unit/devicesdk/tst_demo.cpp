@@ -18,6 +18,7 @@ class tst_Demo : public QObject
 private slots:
     void speedsAreLivelyAndBounded();
     void countersNeverFallAndFollowTheScript();
+    void disconnectedItPausesFor15SecondsAndGoesOn();
     void aLongSleepIsCaughtUpQuickly();
     void theHistoryFillsEveryPeriod();
 };
@@ -68,6 +69,30 @@ void tst_Demo::countersNeverFallAndFollowTheScript()
     QCOMPARE(last - first.link.download, expected);
     QCOMPARE(source.readIndex(first.link.index).link.download, last);
     QCOMPARE(source.readIndex(99).status, ReadStatus::Absent);
+}
+
+void tst_Demo::disconnectedItPausesFor15SecondsAndGoesOn()
+{
+    qint64 now = 0;
+    const velq::Clock clock { [&now] { return std::int64_t(now); },
+                              [] { return std::int64_t(kNow); } };
+    DemoSource paused(clock);
+    now = 10 * kSecond + kSecond / 2; // in the middle of a second of the script
+    const std::uint64_t before = paused.readChosen().link.download;
+    paused.noteDisconnect();
+    for (const qint64 wait : { qint64(0), kSecond, 13 * kSecond, kSecond - 1 }) {
+        now += wait;
+        QVERIFY(!paused.readChosen().link.up);
+        QCOMPARE(paused.readChosen().link.download, before);
+    }
+    now += 1; // 15 seconds
+    QVERIFY(paused.readChosen().link.up);
+    QCOMPARE(paused.readChosen().link.download, before);
+    now += kSecond * 3 / 2; // the script's second 12
+    const std::uint64_t after = paused.readChosen().link.download;
+    QCOMPARE(after - before,
+             velq::demoSpeed(10).download - velq::demoSpeed(10).download / 2
+                 + velq::demoSpeed(11).download);
 }
 
 void tst_Demo::aLongSleepIsCaughtUpQuickly()

@@ -65,6 +65,10 @@ public:
         m_world.lastLooks.push_back(index);
         return m_world.left;
     }
+    void noteDisconnect() override
+    {
+        m_world.chosen.link.up = false;
+    }
 
 private:
     World &m_world;
@@ -106,9 +110,11 @@ private slots:
     void cleanup();
 
     void theLiveReportFollowsTheCounters();
+    void aDisconnectEndsTheLiveFiguresAtOnce();
     void theOtherTypesReportIsEmpty();
     void withoutAConnectionTheLiveReportIsEmpty();
     void periodsEndWithTheirLastSecond();
+    void weeksAndMonthsFollowTheChosenStart();
     void aClockStepNeitherLosesNorDoubles();
     void aClockBefore1970IsTheEpoch();
     void historyTakesWholeHoursOfBothTypes();
@@ -184,6 +190,22 @@ void tst_Engine::theLiveReportFollowsTheCounters()
     QCOMPARE(live.lastUpload, std::uint64_t(7030));
 }
 
+void tst_Engine::aDisconnectEndsTheLiveFiguresAtOnce()
+{
+    secondOf(1000, 10);
+    m_world.flow(500, 5); // since the latest tick
+    m_engine->noteDisconnect();
+    QVERIFY(!m_engine->live().connected);
+    QCOMPARE(get(0).download, std::uint64_t(0));
+    QCOMPARE(get(1).download, std::uint64_t(1500));
+    m_world.chosen.link.up = true;
+    secondOf(0, 0);
+    secondOf(70, 0);
+    QCOMPARE(get(0).download, std::uint64_t(70));
+    QCOMPARE(get(0).seconds, std::int64_t(1));
+    QCOMPARE(get(1).download, std::uint64_t(1570));
+}
+
 void tst_Engine::theOtherTypesReportIsEmpty()
 {
     secondOf(1000, 10);
@@ -233,6 +255,37 @@ void tst_Engine::periodsEndWithTheirLastSecond()
     QCOMPARE(get(3).download, std::uint64_t(110));
     QCOMPARE(get(4).download, std::uint64_t(100));
     QCOMPARE(get(5).download, std::uint64_t(111));
+}
+
+void tst_Engine::weeksAndMonthsFollowTheChosenStart()
+{
+    constexpr qint64 kDay = 86400;
+    m_world.wall = kNow - 7 * kDay; // Wednesday 2031-02-26
+    secondOf(1, 0);
+    m_world.wall = kNow - 6 * kDay; // Thursday 2031-02-27
+    secondOf(10, 0);
+    m_world.wall = kNow - 5 * kDay; // Friday 2031-02-28
+    secondOf(100, 0);
+    m_world.wall = kNow; // Wednesday 2031-03-05
+    secondOf(1000, 0);
+    m_engine->ledger().commit();
+    const auto sums = [this] {
+        return QString::number(get(1).download) + ' ' + QString::number(get(3).download) + ' '
+            + QString::number(get(4).download) + ' ' + QString::number(get(5).download);
+    };
+    for (int round = 0; round < 2; ++round) { // the second time from the sums that are kept
+        m_engine->setPeriodStart({});
+        QCOMPARE(sums(), QStringLiteral("1000 1000 1000 1111"));
+        m_engine->setPeriodStart({ 3, 31 });
+        QCOMPARE(sums(), QStringLiteral("1000 1110 1100 1111"));
+        m_engine->setPeriodStart({ 2, 27 });
+        QCOMPARE(sums(), QStringLiteral("1000 1000 1110 1111"));
+    }
+    secondOf(10000, 0);
+    m_engine->ledger().commit();
+    QCOMPARE(sums(), QStringLiteral("11000 11000 11110 11111"));
+    m_engine->setPeriodStart({ 3, 31 });
+    QCOMPARE(sums(), QStringLiteral("11000 11110 11100 11111"));
 }
 
 void tst_Engine::aClockStepNeitherLosesNorDoubles()

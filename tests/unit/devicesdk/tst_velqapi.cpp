@@ -7,6 +7,7 @@
 #include <array>
 #include <atomic>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "SdkReport.h"
@@ -22,6 +23,7 @@ private slots:
     void beforeUseWrongArgumentsFailAndAreNoUse();
     void choicesAreTakenBeforeTheFirstUse();
     void choicesFailAfterIt();
+    void thePeriodStartIsTakenAtAnyTime();
     void wrongKindsAndTypesFailAndTouchNothing_data();
     void wrongKindsAndTypesFailAndTouchNothing();
     void nullPointersFail();
@@ -30,6 +32,7 @@ private slots:
     void aRegisteredCallbackComesOnceASecond();
     void everythingMayBeCalledFromInside();
     void unregisteringWaitsForTheRunningCallback();
+    void disconnectingWithoutABusSaysSo();
     void manyThreadsMayCallEverything();
     void afterAllCallbacksAreGoneItStillAnswers();
 
@@ -80,7 +83,9 @@ int callEverything()
     failures += VELQ_DevSrv_GetCustomizeName(text.data()) != 0 ? 1 : 0;
     failures += VELQ_DevSrv_GetInterface(text.data(), int(text.size())) != 0 ? 1 : 0;
     failures += VELQ_StoreSrv_GetProblem(text.data(), int(text.size())) != 0 ? 1 : 0;
+    failures += VELQ_StatisticsSrv_SetPeriodStart(number, 31) != 0 ? 1 : 0;
     VELQ_Counters counters {};
+    failures += VELQ_NetConnectSrv_Disconnect() == VELQ_DISCONNECT_DONE ? 1 : 0;
     (void)VELQ_DevSrv_GetCounters(&counters); // fails where the loopback is down
     failures += counters.lastDownload < counters.firstDownload ? 1 : 0;
     return failures;
@@ -88,6 +93,7 @@ int callEverything()
 
 int everything(int, void *)
 {
+    g_insideFailures += VELQ_NetConnectSrv_Disconnect() != VELQ_DISCONNECT_FAILED ? 1 : 0;
     g_insideFailures += callEverything();
     g_insideFailures += VELQ_Statistics_RegisterStatisticsCallbackEvent(everything) != 0 ? 1 : 0;
     g_insideFailures += VELQ_Statistics_UnRegisterStatisticsCallbackEvent(everything) != 0 ? 1 : 0;
@@ -99,11 +105,12 @@ int everything(int, void *)
 
 void tst_VelqApi::theHeadersAreC()
 {
-    QCOMPARE(velqFunctionCount(), 14);
+    QCOMPARE(velqFunctionCount(), 16);
 }
 
 void tst_VelqApi::beforeUseWrongArgumentsFailAndAreNoUse()
 {
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     QVERIFY(VELQ_Statistics_UnRegisterStatisticsCallbackEvent(count) != 0);
     QVERIFY(VELQ_Statistics_RegisterStatisticsCallbackEvent(nullptr) != 0);
     QVERIFY(VELQ_Statistics_GetReport(0, nullptr, VELQ_CONNECT_TYPE_DIALUP) != 0);
@@ -114,6 +121,9 @@ void tst_VelqApi::beforeUseWrongArgumentsFailAndAreNoUse()
     QCOMPARE(VELQ_NetConnectSrv_ReleaseConnectionStatus(nullptr), 0);
     for (const char *name : { "0123456789abcdef", "a/b", "a b", ".." })
         QVERIFY2(VELQ_DevSrv_SetInterface(name) != 0, name);
+    for (const auto &[weekday, day] : { std::pair(-1, 1), { 7, 1 }, { 0, 0 }, { 0, 32 } })
+        QVERIFY(VELQ_StatisticsSrv_SetPeriodStart(weekday, day) != 0);
+    QCOMPARE(VELQ_StatisticsSrv_SetPeriodStart(3, 31), 0); // no use either
     QVERIFY(VELQ_StoreSrv_SetDirectory("relative") != 0);
     QVERIFY(VELQ_StoreSrv_SetDirectory(QByteArray(5000, '/').constData()) != 0);
 }
@@ -141,6 +151,13 @@ void tst_VelqApi::choicesFailAfterIt()
     QVERIFY(VELQ_DevSrv_SetInterface("lo") != 0);
     QVERIFY(VELQ_DevSrv_StartDemo() != 0);
     QVERIFY(VELQ_StoreSrv_SetDirectory("/tmp") != 0);
+}
+
+void tst_VelqApi::thePeriodStartIsTakenAtAnyTime()
+{
+    QVERIFY(VELQ_StatisticsSrv_SetPeriodStart(7, 31) != 0);
+    QCOMPARE(VELQ_StatisticsSrv_SetPeriodStart(6, 15), 0);
+    QCOMPARE(VELQ_StatisticsSrv_SetPeriodStart(0, 1), 0);
 }
 
 void tst_VelqApi::wrongKindsAndTypesFailAndTouchNothing_data()
@@ -244,6 +261,15 @@ void tst_VelqApi::unregisteringWaitsForTheRunningCallback()
     QVERIFY(!g_left);
     QCOMPARE(VELQ_Statistics_UnRegisterStatisticsCallbackEvent(linger), 0);
     QVERIFY(g_left);
+}
+
+void tst_VelqApi::disconnectingWithoutABusSaysSo()
+{
+    VELQ_Counters counters {};
+    const bool connected = VELQ_DevSrv_GetCounters(&counters) == 0; // is the loopback up?
+    QCOMPARE(VELQ_NetConnectSrv_Disconnect(),
+             int(connected ? VELQ_DISCONNECT_NO_SERVICE : VELQ_DISCONNECT_NO_CONNECTION));
+    QCOMPARE(VELQ_DevSrv_GetCounters(&counters) == 0, connected);
 }
 
 void tst_VelqApi::manyThreadsMayCallEverything()

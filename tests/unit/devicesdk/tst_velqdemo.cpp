@@ -17,6 +17,7 @@ private slots:
     void theDemoShowsALivelyConnection();
     void storedPeriodsAreFilled();
     void aResetClearsThem();
+    void aDisconnectTakesTheConnectionDown();
     void nothingIsWritten();
 
 private:
@@ -67,6 +68,18 @@ void tst_VelqDemo::aResetClearsThem()
     for (const int kind : { 0, 1, 3, 4, 5 })
         QVERIFY(sdkReport(kind).download() < 20000000); // two seconds at most
     QVERIFY(sdkHistory(0).download() < 20000000);
+}
+
+void tst_VelqDemo::aDisconnectTakesTheConnectionDown()
+{
+    QCOMPARE(VELQ_NetConnectSrv_Disconnect(), int(VELQ_DISCONNECT_DONE));
+    VELQ_ConnectionStatus *list = nullptr;
+    int count = -1;
+    QCOMPARE(VELQ_NetConnectSrv_GetConnectionStatus(&list, &count), 0);
+    QCOMPARE(count, 0);
+    QVERIFY(!list);
+    QCOMPARE(sdkReport(0).download(), quint64(0));
+    QCOMPARE(VELQ_NetConnectSrv_Disconnect(), int(VELQ_DISCONNECT_NO_CONNECTION));
 }
 
 void tst_VelqDemo::nothingIsWritten()
