@@ -75,7 +75,8 @@ bool isGone(const std::string &name)
 DisconnectResult resultOfOpening(int error)
 {
     const bool lacksResources = error == ENOMEM || error == EMFILE || error == ENFILE;
-    return lacksResources ? DisconnectResult::Failed : DisconnectResult::NoService;
+    const bool wasLeft = error == ECONNRESET || error == EPIPE || error == ENOTCONN;
+    return lacksResources || wasLeft ? DisconnectResult::Failed : DisconnectResult::NoService;
 }
 
 } // namespace velq

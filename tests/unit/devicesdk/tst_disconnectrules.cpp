@@ -117,6 +117,9 @@ void tst_DisconnectRules::openings_data()
     QTest::newRow("nobody listens") << ECONNREFUSED << DisconnectResult::NoService;
     QTest::newRow("not for this user") << EACCES << DisconnectResult::NoService;
     QTest::newRow("no address") << EINVAL << DisconnectResult::NoService;
+    QTest::newRow("it hangs up") << EPIPE << DisconnectResult::Failed;
+    QTest::newRow("it resets") << ECONNRESET << DisconnectResult::Failed;
+    QTest::newRow("it has left") << ENOTCONN << DisconnectResult::Failed;
     QTest::newRow("no memory") << ENOMEM << DisconnectResult::Failed;
     QTest::newRow("no more files") << EMFILE << DisconnectResult::Failed;
     QTest::newRow("no more files of the system") << ENFILE << DisconnectResult::Failed;

@@ -200,7 +200,7 @@ void tst_NetworkManager::noFileStaysOpen()
     const int before = openFiles();
     for (int i = 0; i < 20; ++i)
         (void)disconnectInterface("wwan0");
-    QTRY_COMPARE(openFiles(), before);
+    QTRY_VERIFY(openFiles() <= before); // the fake may have held one of the call before
 }
 
 QTEST_GUILESS_MAIN(tst_NetworkManager)
