@@ -39,7 +39,7 @@ void tst_Environment::theInterfaceIsChosenInOrder()
     QCOMPARE(velq::chosenInterface({}), std::string());
     qputenv("VELQ_INTERFACE", "wwan0");
     QCOMPARE(velq::chosenInterface({}), std::string("wwan0"));
-    QCOMPARE(velq::chosenInterface({ "eth7", {}, false }), std::string("eth7"));
+    QCOMPARE(velq::chosenInterface({ "eth7", {}, false, {} }), std::string("eth7"));
 }
 
 void tst_Environment::theDirectoryIsChosenInOrder()
@@ -51,7 +51,7 @@ void tst_Environment::theDirectoryIsChosenInOrder()
     QCOMPARE(velq::dataDirectory({}).path, std::string("/data/velq"));
     qputenv("VELQ_DATA_DIR", "/elsewhere");
     QCOMPARE(velq::dataDirectory({}).path, std::string("/elsewhere"));
-    QCOMPARE(velq::dataDirectory({ {}, "/chosen", false }).path, std::string("/chosen"));
+    QCOMPARE(velq::dataDirectory({ {}, "/chosen", false, {} }).path, std::string("/chosen"));
     qputenv("VELQ_DATA_DIR", "");
     qputenv("XDG_DATA_HOME", "");
     qunsetenv("HOME");
