@@ -61,7 +61,7 @@ void writeUserFile(const QByteArray &content)
 
 [[nodiscard]] QString makeUserFile()
 {
-    const QString path = userPath(kFileName);
+    QString path = userPath(kFileName);
     if (path.isEmpty() || !NetInfoFile::isMissingOrEmpty(path))
         return path;
     if (!QFile::exists(templatePath()))
@@ -113,7 +113,7 @@ void NetInfoSettingUILogic::GetUseLimitSetting()
 QString NetInfoSettingUILogic::GetConfigFilePath()
 {
     NETINFO_TRACE_LINE(kStart, kSource);
-    const QString path = makeUserFile();
+    QString path = makeUserFile();
     NETINFO_TRACE_LINE(kEnd, kSource);
     return path;
 }

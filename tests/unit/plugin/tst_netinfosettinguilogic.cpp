@@ -18,7 +18,7 @@ private slots:
     void init();
     void cleanup();
 
-    void theInstanceIsSingleAndEmpty();
+    void theInstanceIsSingleAndStaysAfterItsEnd();
     void indicesAreTheLinesOfTheFile();
     void theUserFileIsRead();
     void keysAndFirstLineAreNotLookedAt();
@@ -86,13 +86,15 @@ QStringList tst_NetInfoSettingUILogic::loaded(int count)
     return valuesOf(store, count);
 }
 
-void tst_NetInfoSettingUILogic::theInstanceIsSingleAndEmpty()
+void tst_NetInfoSettingUILogic::theInstanceIsSingleAndStaysAfterItsEnd()
 {
     m_folder->write(m_folder->userFile(), SettingFolder::savedFile("v"));
     NetInfoSettingUILogic *const first = NetInfoSettingUILogic::GetInstance();
     QVERIFY(first);
     QCOMPARE(NetInfoSettingUILogic::GetInstance(), first);
-    QCOMPARE(first->value(0), QString());
+    QCOMPARE(first->value(0), QString()); // nothing is read yet
+    NetInfoSettingUILogic::Destroy();
+    QVERIFY(NetInfoSettingUILogic::GetInstance() == first); // dead, as nobody asks for it any more
 }
 
 void tst_NetInfoSettingUILogic::indicesAreTheLinesOfTheFile()

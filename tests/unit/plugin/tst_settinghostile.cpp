@@ -338,6 +338,8 @@ void tst_SettingHostile::aFileOfModeZeroIsKept()
             return "changed by reading";
         if (!saveNew())
             return "not saved";
+        if (QFile(m_folder->userFile()).permissions() & (QFile::ReadGroup | QFile::ReadOther))
+            return "the new file is not its owner's alone";
         (void)QFile::setPermissions(kept, QFile::ReadOwner);
         if (m_folder->content(kept) != SettingFolder::savedFile("v"))
             return "kept: " + m_folder->content(kept);
