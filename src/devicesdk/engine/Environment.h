@@ -6,13 +6,13 @@
 
 namespace velq {
 
-/*! What the host has chosen before the first use; the period start also after it. */
+/*! What the host has chosen before the first use. */
 struct HostChoices
 {
     std::string interface; //!< empty: see chosenInterface()
     std::string directory; //!< empty: see dataDirectory()
     bool demo = false;
-    PeriodStart periodStart;
+    PeriodStart periodStart {}; //!< the only one that may change later
 };
 
 //! The interface to count: the host's choice, else VELQ_INTERFACE; empty for the default route.
