@@ -19,11 +19,11 @@ program|libsystemd-dev|sd-bus, messages to and from NetworkManager
 program|fonts-dejavu-core|a font that the pictures can be drawn with
 test|ccache|ccache, which makes the second build quick
 test|iproute2|ip, which makes the tests' network namespaces
-test|network-manager|NetworkManager, which the tests run in namespaces of their own
-test|dbus|dbus-daemon, a bus for it
 test|tzdata|time zones
 test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library
+services|network-manager|NetworkManager, which the tests run in namespaces of their own
+services|dbus|dbus-daemon, a bus for it
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
 qt5|qttools5-dev|Qt 5 LinguistTools and lrelease
 fuzz|clang|Clang

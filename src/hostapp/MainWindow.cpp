@@ -18,7 +18,7 @@
 
 static constexpr HostView kViews[] = { HostView::Usage, HostView::Statistics };
 static constexpr const char *kViewTexts[] = { "HOST_VIEW_USAGE", "HOST_VIEW_STATISTICS" };
-static constexpr QSize kFirstSize(900, 560);
+static constexpr QSize kFirstSize(900, 640);
 
 static QString languageName(const QString &code)
 {

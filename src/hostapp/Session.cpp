@@ -17,8 +17,10 @@
 #include <host/velq_extension.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QWindow>
 
 static HostSettings makeSettings(const Options &options)
 {
@@ -61,6 +63,8 @@ std::optional<int> Session::prepare()
     loadPlugins();
     createWindow();
     connectDisconnect();
+    if (!m_headless)
+        placeWindow();
     startPlugins();
     return std::nullopt;
 }
@@ -144,6 +148,17 @@ void Session::createWindow()
     connect(m_window.get(), &MainWindow::closing, this, &Session::remember);
     m_feed = std::make_unique<LiveFeed>();
     connect(m_feed.get(), &LiveFeed::sampled, this, &Session::onSample);
+}
+
+// A dialog that a plug-in opens as it starts is centred over the window, so that has to be in place.
+void Session::placeWindow()
+{
+    constexpr int patienceMs = 500; // a locked screen may not show it at all
+    m_window->show();
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!m_window->windowHandle()->isExposed() && waiting.elapsed() < patienceMs)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, patienceMs);
 }
 
 // The first page plug-in takes the stage; the others have no place in this window.

@@ -45,6 +45,7 @@ private:
     [[nodiscard]] int onConnectionMessage(unsigned int msg, unsigned int wparam,
                                           unsigned int lparam);
     void createWindow();
+    void placeWindow();
     void startPlugins();
     void showFailures();
     void onLanguageChosen(const QString &code);

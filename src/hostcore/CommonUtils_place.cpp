@@ -52,11 +52,11 @@ void CommonUtils::MoveRelatedCentre(QDialog *dialog)
 {
     if (!dialog)
         return;
-    if (!dialog->parentWidget()) {
+    const QWidget *window = dialog->parentWidget() ? dialog->parentWidget()->window() : nullptr;
+    if (!window || !window->isVisible()) { // where it will be, nobody knows yet
         MoveCentre(dialog);
         return;
     }
     settleSize(dialog);
-    const QWidget *window = dialog->parentWidget()->window();
     centreAt(dialog, window->frameGeometry().center(), screenArea(window));
 }

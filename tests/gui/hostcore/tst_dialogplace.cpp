@@ -35,6 +35,7 @@ private slots:
     void itStaysWhereItIsWhenShown();
     void theDialogIsCentredOverItsParentsWindow();
     void withoutAParentTheScreenCounts();
+    void besideAHiddenWindowTheScreenCounts();
     void itStaysOnTheScreen_data();
     void itStaysOnTheScreen();
     void aDialogLargerThanTheScreenShowsItsCorner();
@@ -83,6 +84,7 @@ void tst_DialogPlace::theDialogIsCentredOverItsParentsWindow()
     window.setGeometry(screenArea().left() + 300, screenArea().top() + 200, 220, 160);
     QWidget inner(&window);
     inner.setGeometry(0, 0, 10, 10);
+    window.show();
     QDialog dialog(&inner);
     dialog.resize(100, 60);
     CommonUtils::MoveRelatedCentre(&dialog);
@@ -92,6 +94,16 @@ void tst_DialogPlace::theDialogIsCentredOverItsParentsWindow()
 void tst_DialogPlace::withoutAParentTheScreenCounts()
 {
     QDialog dialog;
+    dialog.resize(100, 60);
+    CommonUtils::MoveRelatedCentre(&dialog);
+    QVERIFY(isCentred(dialog.frameGeometry(), screenArea()));
+}
+
+void tst_DialogPlace::besideAHiddenWindowTheScreenCounts()
+{
+    QWidget window;
+    window.setGeometry(screenArea().left(), screenArea().top(), 220, 160);
+    QDialog dialog(&window);
     dialog.resize(100, 60);
     CommonUtils::MoveRelatedCentre(&dialog);
     QVERIFY(isCentred(dialog.frameGeometry(), screenArea()));
@@ -110,6 +122,7 @@ void tst_DialogPlace::itStaysOnTheScreen()
     QFETCH(QPoint, parentsCorner);
     QWidget window;
     window.setGeometry(QRect(parentsCorner, QSize(200, 200)));
+    window.show();
     QDialog dialog(&window);
     dialog.resize(180, 180);
     CommonUtils::MoveRelatedCentre(&dialog);
