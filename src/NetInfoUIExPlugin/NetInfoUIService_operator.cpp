@@ -216,7 +216,6 @@ void CNetInfoUIService::setNorellLanguage()
     nameControls();
     page.save->setText(text("IDS_SAVESETTING"));
     page.clear->setText(text("IDS_CLEAR_BUTTON"));
-    m_page->operatorPage->arrangeColumns();
 }
 
 //! What a screen reader says of the controls without a text, and the whole of a text that is cut.
