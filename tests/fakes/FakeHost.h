@@ -35,6 +35,7 @@ struct FakeHost
     QPointer<QObject> plugin; //!< what every GetPlugin answers
     QList<FakeAskedPlugin> askedPlugins;
     QStringList placements; //!< "centre NAME" and "relative NAME" of dialogs that were moved
+    QList<int> dialogTypes; //!< the type of each dialog frame that was made
     QStringList translationContexts; //!< contexts asked for, without repeats
     QStringList formatterModules; //!< modules given to the formatters, without repeats
     int messageAnswer = 0;
