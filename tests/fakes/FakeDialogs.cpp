@@ -12,6 +12,7 @@ ExtendDialog::ExtendDialog(QWidget *parent, Qt::WindowFlags flags, enWidgetType 
     , d(nullptr)
 {
     fakeHost().dialogTypes << type;
+    fakeHost().dialogFlags << flags;
     new QVBoxLayout(this);
 }
 

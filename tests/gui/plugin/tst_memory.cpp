@@ -148,6 +148,8 @@ void tst_Memory::aMissingPieceOfTheWarningIsNumbered()
                  number == 806 ? QStringList() : QStringList(line));
         const QWidget *const dialog = widget("WarnDlg_ExtendedDlg");
         QCOMPARE(dialog && dialog->isVisible(), number != 798);
+        if (const QWidget *const main = widget("WarnDlg_WidgetMain"))
+            QCOMPARE(main->parentWidget(), number == 806 ? dialog : parent);
         prompt.ShowWarnDlg(parent, QStringLiteral("Used again"));
         QCOMPARE(m_log->takeLines().filter(null), QStringList()); // built once
         prompt.onDisConnectButtonClicked();

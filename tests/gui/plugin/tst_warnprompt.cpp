@@ -119,15 +119,14 @@ void tst_WarnPrompt::theDialogIsTheHostsFrame()
     QVERIFY(dialog()->isVisible());
     QVERIFY(qobject_cast<ExtendDialog *>(dialog()));
     QCOMPARE(fakeHost().dialogTypes, QList<int>({ 1 }));
+    QCOMPARE(fakeHost().dialogFlags,
+             QList<Qt::WindowFlags>({ Qt::Dialog | Qt::WindowCloseButtonHint }));
     QCOMPARE(dialog()->parentWidget(), m_window.data());
     QCOMPARE(dialog()->windowTitle(), QStringLiteral("IDS_BOX_WARNTITLE"));
     QCOMPARE(dialog()->minimumSize(), QSize(430, 155));
     QCOMPARE(dialog()->maximumSize(), QSize(430, 155));
     QCOMPARE(dialog()->windowModality(), Qt::WindowModal);
     QCOMPARE(dialog()->windowType(), Qt::Dialog);
-    QVERIFY(dialog()->windowFlags().testFlag(Qt::WindowCloseButtonHint));
-    QVERIFY(!dialog()->windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
-    QVERIFY(!dialog()->windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
     QCOMPARE(fakeHost().placements,
              QStringList({ "centre WarnDlg_ExtendedDlg", "relative WarnDlg_ExtendedDlg" }));
     QCOMPARE(fakeHost().translationContexts, QStringList({ "NetInfoUIExPlugin" }));
@@ -359,7 +358,8 @@ void tst_WarnPrompt::disconnectIsDisabledDuringTheMessage()
     service.duringMessage = [&] {
         enabled = button("IDS_DISCONNECT_BUTTON")->isEnabled();
         visible = dialog()->isVisible();
-        QTest::mouseClick(button("IDS_DISCONNECT_BUTTON"), Qt::LeftButton); // a double click
+        if (service.messages.size() == 1) // a double click
+            QTest::mouseClick(button("IDS_DISCONNECT_BUTTON"), Qt::LeftButton);
     };
     WarnPrompt prompt;
     prompt.ShowWarnDlg(m_window.data(), QStringLiteral("Used"));
