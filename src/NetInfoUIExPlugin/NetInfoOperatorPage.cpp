@@ -1,6 +1,7 @@
 #include "NetInfoOperatorPage.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QScrollBar>
 
 NetInfoOperatorPage::NetInfoOperatorPage(QWidget *parent)
@@ -15,6 +16,7 @@ NetInfoOperatorPage::NetInfoOperatorPage(QWidget *parent)
 void NetInfoOperatorPage::setColumns(QBoxLayout *columns)
 {
     m_columns = columns;
+    columns->parentWidget()->installEventFilter(this);
     arrangeColumns();
 }
 
@@ -36,4 +38,12 @@ void NetInfoOperatorPage::resizeEvent(QResizeEvent *event)
 {
     QScrollArea::resizeEvent(event);
     arrangeColumns();
+}
+
+bool NetInfoOperatorPage::eventFilter(QObject *watched, QEvent *event)
+{
+    // Texts or fonts have changed, and the columns know their new sizes.
+    if (m_columns && watched == m_columns->parentWidget() && event->type() == QEvent::LayoutRequest)
+        arrangeColumns();
+    return QScrollArea::eventFilter(watched, event);
 }

@@ -17,12 +17,14 @@ public:
 
     //! The row of \a columns, somewhere in the page's widget.
     void setColumns(QBoxLayout *columns);
-    //! Chooses the row's direction for the width that there is.
-    void arrangeColumns();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    //! Chooses the row's direction for the width that there is.
+    void arrangeColumns();
+
     QPointer<QBoxLayout> m_columns;
 };

@@ -120,14 +120,15 @@ bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
     }
     m_page->hostParent = parent;
     m_page->hostRect = rect;
-    if (updateStoredStatistics())
-        NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
-    else
-        NETINFO_TRACE_CALL("%s: %s: Failed to get the Daily,Monthly ,yearly stats ", kSource);
     if (m_page->mainWidget) { // placed, but this build always presents the operator page
         placePage(m_page->mainWidget, parent, rect, 4);
         m_page->mainWidget->setVisible(false);
     }
+    // The figures may bring a warning, which belongs to the window that the normal page is in.
+    if (updateStoredStatistics())
+        NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
+    else
+        NETINFO_TRACE_CALL("%s: %s: Failed to get the Daily,Monthly ,yearly stats ", kSource);
     QTreeWidget *const tree = m_tree->tree;
     if (tree && m_page->source && (m_page->dataLimitEnabled || m_page->timeLimitEnabled)) {
         tree->setColumnWidth(0, m_tree->firstColumnWidth);

@@ -55,13 +55,16 @@ void checkRadio(QRadioButton *radio, bool checked)
     radio->setAutoExclusive(true);
 }
 
-//! Chooses the entry that \a text numbers; none of the list leaves \a combo as it is.
-void chooseEntry(QComboBox *combo, const QString &text)
+//! Shows the entry that \a text numbers, which is no choice by the user and takes back the one that
+//! was \a chosen; none of the list leaves both as they are.
+void loadEntry(QComboBox *combo, const QString &text, QString &chosen)
 {
     bool isNumber = false;
     const int index = text.toInt(&isNumber);
-    if (isNumber && index >= 0 && index < combo->count())
-        combo->setCurrentIndex(index);
+    if (!isNumber || index < 0 || index >= combo->count())
+        return;
+    combo->setCurrentIndex(index);
+    chosen.clear();
 }
 
 [[nodiscard]] QString checkedText(const QAbstractButton *button)
@@ -101,6 +104,8 @@ void CNetInfoUIService::initRecurrence()
         page.weekday->addItem(QString());
     for (int day = 1; day <= kDaysOfMonth; ++day)
         page.day->addItem(QString::number(day));
+    page.chosenWeekday.clear(); // by the page before this one
+    page.chosenDay.clear();
 
     QGridLayout *const grid = new QGridLayout(group);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -216,7 +221,6 @@ void CNetInfoUIService::setNorellLanguage()
     nameControls();
     page.save->setText(text("IDS_SAVESETTING"));
     page.clear->setText(text("IDS_CLEAR_BUTTON"));
-    m_page->operatorPage->arrangeColumns();
 }
 
 //! What a screen reader says of the controls without a text, and the whole of a text that is cut.
@@ -242,8 +246,8 @@ void CNetInfoUIService::initNRLNetInfoSettings()
     const auto isOn = [this](int index) {
         return m_limits->store->value(index) == NetInfoRules::switchText(true);
     };
-    chooseEntry(page.weekday, m_limits->store->value(VLS_START_WEEK_DATE));
-    chooseEntry(page.day, m_limits->store->value(VLS_START_MONTH_DATE));
+    loadEntry(page.weekday, m_limits->store->value(VLS_START_WEEK_DATE), page.chosenWeekday);
+    loadEntry(page.day, m_limits->store->value(VLS_START_MONTH_DATE), page.chosenDay);
     page.weekday->setEnabled(false);
     page.day->setEnabled(false);
     for (QRadioButton *radio : { page.daily.data(), page.weekly.data(), page.monthly.data() })

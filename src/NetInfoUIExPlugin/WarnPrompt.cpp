@@ -82,6 +82,7 @@ WarnPrompt::WarnPrompt() = default;
 WarnPrompt::~WarnPrompt()
 {
     delete m_dialog;
+    delete m_mainWidget; // not in the dialog when the build stopped
 }
 
 void WarnPrompt::createWarnDlg(QWidget *parent)

@@ -5,10 +5,14 @@
 #include <host/ExtendDialog.h>
 #include <host/ExtendLineEdit.h>
 
-ExtendDialog::ExtendDialog(QWidget *parent, Qt::WindowFlags flags, enWidgetType)
+#include "FakeHost.h"
+
+ExtendDialog::ExtendDialog(QWidget *parent, Qt::WindowFlags flags, enWidgetType type)
     : QDialog(parent, flags)
     , d(nullptr)
 {
+    fakeHost().dialogTypes << type;
+    fakeHost().dialogFlags << flags;
     new QVBoxLayout(this);
 }
 

@@ -35,6 +35,8 @@ struct FakeHost
     QPointer<QObject> plugin; //!< what every GetPlugin answers
     QList<FakeAskedPlugin> askedPlugins;
     QStringList placements; //!< "centre NAME" and "relative NAME" of dialogs that were moved
+    QList<int> dialogTypes; //!< of each dialog frame that was made
+    QList<Qt::WindowFlags> dialogFlags; //!< the same
     QStringList translationContexts; //!< contexts asked for, without repeats
     QStringList formatterModules; //!< modules given to the formatters, without repeats
     int messageAnswer = 0;

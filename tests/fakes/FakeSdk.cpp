@@ -132,18 +132,18 @@ int VELQ_Statistics_Reset(_VELQ_EN_CONNECT_TYPE type)
 
 int VELQ_NetConnectSrv_GetConnectionStatus(VELQ_ConnectionStatus **list, int *count)
 {
+    fakeSdk().connectionArgumentsClear = !*list && *count == 0;
+    *count = fakeSdk().connections;
     if (fakeSdk().connectionResult != 0)
         return fakeSdk().connectionResult;
     *list = reinterpret_cast<VELQ_ConnectionStatus *>(&fakeSdk().connections); // never looked into
-    *count = fakeSdk().connections;
     ++fakeSdk().listsOut;
     return 0;
 }
 
 int VELQ_NetConnectSrv_ReleaseConnectionStatus(VELQ_ConnectionStatus *list)
 {
-    if (list)
-        --fakeSdk().listsOut;
+    --fakeSdk().listsOut;
     return list ? 0 : 1;
 }
 

@@ -39,8 +39,9 @@ struct FakeSdk
     bool historyCleared = true; //!< every history block came with zeros
     std::vector<int> resets; //!< connect types
     int connectionResult = 0; //!< what the connection query answers
-    int connections = 0; //!< and how many it counts
-    int listsOut = 0; //!< connection lists that have not been handed back
+    int connections = 0; //!< and how many it counts, even when it fails
+    bool connectionArgumentsClear = true; //!< the last query came with a null list and a count of 0
+    int listsOut = 0; //!< connection lists given out less those handed back
     int registered = 0; //!< register calls
     int unregistered = 0;
 };

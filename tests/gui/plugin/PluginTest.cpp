@@ -76,6 +76,11 @@ void PluginTest::set(int firstIndex, const QStringList &values)
         NetInfoSettingUILogic::GetInstance()->updateUseLimitSetting(firstIndex + i, values.at(i));
 }
 
+QString PluginTest::setting(int index)
+{
+    return NetInfoSettingUILogic::GetInstance()->value(index);
+}
+
 void PluginTest::useNarrowFont()
 {
     QFont narrow = m_font;

@@ -39,6 +39,13 @@ protected:
                                        const QString &parent = QString()) const;
     //! The widget named \a name, in or out of the host window.
     [[nodiscard]] static QWidget *widget(const char *name);
+    //! The same as a Widget; null when it is none.
+    template <typename Widget>
+    [[nodiscard]] static Widget *part(const char *name)
+    {
+        return qobject_cast<Widget *>(widget(name));
+    }
+    [[nodiscard]] static QString setting(int index);
 
     static const QString kSource;
 
@@ -47,7 +54,7 @@ protected:
     QScopedPointer<QWidget> m_window;
     QFont m_font;
 
-private slots:
+protected slots: // not private: a test may add to them
     void init();
     void cleanup();
 };

@@ -8,6 +8,7 @@
 
 #include "NetInfoUILogic.h"
 #include "PluginTest.h"
+#include "WarnPrompt.h"
 
 namespace {
 
@@ -51,6 +52,8 @@ class tst_Memory : public PluginTest
 private slots:
     void aFailedAllocationIsLogged_data();
     void aFailedAllocationIsLogged();
+    void aMissingPieceOfTheWarningIsNumbered_data();
+    void aMissingPieceOfTheWarningIsNumbered();
 };
 
 void tst_Memory::aFailedAllocationIsLogged_data()
@@ -111,6 +114,48 @@ void tst_Memory::aFailedAllocationIsLogged()
     sendStatisticsEvent(true);
     service->Notify(320, 0, 0);
     service->Notify(837, 0, 0);
+}
+
+void tst_Memory::aMissingPieceOfTheWarningIsNumbered_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("dialog") << 798;
+    QTest::newRow("main widget") << 799;
+    QTest::newRow("Disconnect button") << 800;
+    QTest::newRow("label") << 801;
+    QTest::newRow("check box") << 802;
+    QTest::newRow("OK button") << 803;
+    QTest::newRow("vertical layout") << 804;
+    QTest::newRow("button row") << 805;
+    QTest::newRow("none") << 806;
+}
+
+void tst_Memory::aMissingPieceOfTheWarningIsNumbered()
+{
+    QFETCH(int, number);
+    const QString null = QStringLiteral("Arg is NULL: ");
+    for (QWidget *parent : { m_window.data(), static_cast<QWidget *>(nullptr) }) {
+        fakeSdk().connections = 1;
+        WarnPrompt prompt;
+        g_failAt = number - 797;
+        prompt.ShowWarnDlg(parent, QStringLiteral("Used"));
+        const int left = g_failAt;
+        g_failAt = 0;
+        QCOMPARE(left, number == 806 ? 1 : 0); // eight pieces, no more
+        const QString line
+            = QStringLiteral("%1<time>: %2: createWarnDlg %3").arg(null, kSource).arg(number);
+        QCOMPARE(m_log->takeLines().filter(null),
+                 number == 806 ? QStringList() : QStringList(line));
+        const QWidget *const dialog = widget("WarnDlg_ExtendedDlg");
+        QCOMPARE(dialog && dialog->isVisible(), number != 798);
+        if (const QWidget *const main = widget("WarnDlg_WidgetMain"))
+            QCOMPARE(main->parentWidget(), number == 806 ? dialog : parent);
+        prompt.ShowWarnDlg(parent, QStringLiteral("Used again"));
+        QCOMPARE(m_log->takeLines().filter(null), QStringList()); // built once
+        prompt.onDisConnectButtonClicked();
+        prompt.onOkButtonClicked();
+    }
+    QVERIFY(m_window->children().isEmpty());
 }
 
 QTEST_MAIN(tst_Memory)
