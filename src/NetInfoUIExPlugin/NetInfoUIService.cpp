@@ -120,14 +120,16 @@ bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
     }
     m_page->hostParent = parent;
     m_page->hostRect = rect;
+    // Placed, but this build always presents the operator page. Before the figures come, so that a
+    // warning belongs to the host's window.
+    if (m_page->mainWidget) {
+        placePage(m_page->mainWidget, parent, rect, 4);
+        m_page->mainWidget->setVisible(false);
+    }
     if (updateStoredStatistics())
         NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
     else
         NETINFO_TRACE_CALL("%s: %s: Failed to get the Daily,Monthly ,yearly stats ", kSource);
-    if (m_page->mainWidget) { // placed, but this build always presents the operator page
-        placePage(m_page->mainWidget, parent, rect, 4);
-        m_page->mainWidget->setVisible(false);
-    }
     QTreeWidget *const tree = m_tree->tree;
     if (tree && m_page->source && (m_page->dataLimitEnabled || m_page->timeLimitEnabled)) {
         tree->setColumnWidth(0, m_tree->firstColumnWidth);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QtTest>
+#include <QWindow>
 
 #include "LimitTest.h"
 #include "NetInfoSettingUILogic.h"
@@ -11,6 +12,15 @@ namespace {
 
 const QStringList kAllPending = { "true", "true", "true", "true" };
 const QStringList kNonePending = { "false", "false", "false", "false" };
+
+void addPeriods()
+{
+    QTest::addColumn<int>("period");
+    QTest::newRow("daily") << int(Period::Daily);
+    QTest::newRow("weekly") << int(Period::Weekly);
+    QTest::newRow("monthly") << int(Period::Monthly);
+    QTest::newRow("since a date") << int(Period::History);
+}
 
 } // namespace
 
@@ -26,11 +36,14 @@ private slots:
     void whatIsOffWarnsOfNothing_data();
     void whatIsOffWarnsOfNothing();
     void beforeAndAfterComeOneAfterTheOther();
+    void twoInOneReportLeaveTheLaterText_data();
     void twoInOneReportLeaveTheLaterText();
     void theWarningBelongsToTheNormalPage();
+    void aWarningAtTheFirstShowBlocksTheWindow();
     void flagsOutliveTheController();
     void onlyWhatChangesIsWritten();
     void theControllerMayGoWhileAWarningIsOpen();
+    void theWarningGoesBeforeItsPage();
     void theWindowMayGoWhileAWarningIsOpen();
     void theNormalPageMayGoAlone();
     void theOperatorPageMayGoAlone_data();
@@ -79,11 +92,7 @@ void tst_LimitWarnings::eachWarningComesOnce()
 
 void tst_LimitWarnings::everyPeriodWarns_data()
 {
-    QTest::addColumn<int>("period");
-    QTest::newRow("daily") << int(Period::Daily);
-    QTest::newRow("weekly") << int(Period::Weekly);
-    QTest::newRow("monthly") << int(Period::Monthly);
-    QTest::newRow("since a date") << int(Period::History);
+    addPeriods();
 }
 
 void tst_LimitWarnings::everyPeriodWarns()
@@ -176,14 +185,21 @@ void tst_LimitWarnings::beforeAndAfterComeOneAfterTheOther()
     QCOMPARE(warning(), QString());
 }
 
+void tst_LimitWarnings::twoInOneReportLeaveTheLaterText_data()
+{
+    addPeriods();
+}
+
 void tst_LimitWarnings::twoInOneReportLeaveTheLaterText()
 {
+    QFETCH(int, period);
     setLimits();
+    setPeriod(Period(period));
     startLimits();
     const WarningWatch watch;
-    use(Period::Monthly, kNearMb, kReachedSeconds);
+    use(Period(period), kNearMb, kReachedSeconds);
     report();
-    QCOMPARE(int(watch.texts.size()), 1);
+    QCOMPARE(watch.texts, QStringList({ "IDS_BOX_WARNBEFORE" }));
     QCOMPARE(warning(), QStringLiteral("IDS_BOX_TIMEWARNAFTER"));
     QCOMPARE(savedFlags(), QStringList({ "true", "false", "true", "false" }));
     int dialogs = 0;
@@ -201,6 +217,17 @@ void tst_LimitWarnings::theWarningBelongsToTheNormalPage()
     use(Period::Monthly, kNearMb, 0);
     report();
     QCOMPARE(widget("WarnDlg_ExtendedDlg")->parentWidget(), widget("NetInfoUIPlugin_WidgetParent"));
+}
+
+void tst_LimitWarnings::aWarningAtTheFirstShowBlocksTheWindow()
+{
+    setLimits();
+    startLimits();
+    use(Period::Monthly, kNearMb, 0);
+    show(); // the normal page gets its parent after the figures are read
+    const QWidget *const dialog = widget("WarnDlg_ExtendedDlg");
+    QVERIFY(dialog && dialog->isVisible());
+    QCOMPARE(dialog->windowHandle()->transientParent(), m_window->windowHandle());
 }
 
 void tst_LimitWarnings::flagsOutliveTheController()
@@ -256,6 +283,20 @@ void tst_LimitWarnings::theControllerMayGoWhileAWarningIsOpen()
     QCOMPARE(warning(), QStringLiteral("IDS_BOX_TIMEWARNBEFORE"));
 }
 
+void tst_LimitWarnings::theWarningGoesBeforeItsPage()
+{
+    setLimits();
+    startLimits();
+    show();
+    use(Period::Monthly, kReachedMb, 0);
+    report();
+    bool pageWasThere = false;
+    connect(widget("WarnDlg_ExtendedDlg"), &QObject::destroyed, this,
+            [&] { pageWasThere = widget("NetInfoUIPlugin_WidgetParent") != nullptr; });
+    CNetInfoUIService::Destroy();
+    QVERIFY(pageWasThere);
+}
+
 void tst_LimitWarnings::theWindowMayGoWhileAWarningIsOpen()
 {
     setLimits();
@@ -296,7 +337,8 @@ void tst_LimitWarnings::theNormalPageMayGoAlone()
     QVERIFY(service->Init());
     use(Period::Monthly, kNearMb, 60);
     report();
-    QCOMPARE(dataMeter(), meter); // still the only one
+    QCOMPARE(dataMeter(), meter); // still the only one, and where it was
+    QVERIFY(widget("NetInfoSettingDlg_MainWidget")->isAncestorOf(meter));
     QVERIFY(meter->meterValue() == kNearMb * 1048576.0L);
     QVERIFY(timeMeter());
     QVERIFY(timeMeter()->meterValue() == 60.0L);
