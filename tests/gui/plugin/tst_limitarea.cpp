@@ -98,6 +98,7 @@ private slots:
     void theAreaIsBuiltInOrder();
     void theButtonsHaveTheirRow();
     void thereIsOneDataMeter();
+    void buildingTwiceDoublesNothing();
     void switchesHideCaptionsAndMeters_data();
     void switchesHideCaptionsAndMeters();
     void withoutLimitsANoteTakesTheirPlace();
@@ -168,6 +169,7 @@ void tst_LimitArea::theButtonsHaveTheirRow()
     QPushButton *const setLimit = button("NetInfoUIPlugin_ButtonSetLimit");
     QCOMPARE(row->indexOf(reset), 0);
     QCOMPARE(row->indexOf(setLimit), 1);
+    QVERIFY(row->itemAt(2)->spacerItem()); // which keeps them from growing
     QCOMPARE(reset->text(), QStringLiteral("IDS_BTN_RESET"));
     QCOMPARE(setLimit->text(), QStringLiteral("IDC_BTN_SETLIMIT"));
 }
@@ -183,6 +185,17 @@ void tst_LimitArea::thereIsOneDataMeter()
     QVERIFY(widget("NetInfoSettingDlg_MainWidget")->isAncestorOf(dataMeter()));
     QCOMPARE(timeMeter()->parentWidget(), area());
     QCOMPARE(widget(kDataCaption)->parentWidget(), area());
+}
+
+void tst_LimitArea::buildingTwiceDoublesNothing()
+{
+    CNetInfoUIService *const service = start();
+    const int widgets = int(QApplication::allWidgets().size());
+    const int parts = area()->layout()->count();
+    service->createVolumeLimitWidget();
+    service->addDataVolumeWidget();
+    QCOMPARE(int(QApplication::allWidgets().size()), widgets);
+    QCOMPARE(area()->layout()->count(), parts);
 }
 
 void tst_LimitArea::switchesHideCaptionsAndMeters_data()
@@ -231,6 +244,7 @@ void tst_LimitArea::theTipNeedsItsSwitch()
 {
     start();
     QVERIFY(!widget("NetInfoSettingDlg_TipLabel")->isHidden());
+    QVERIFY(qobject_cast<QLabel *>(widget("NetInfoSettingDlg_TipLabel"))->wordWrap());
     CNetInfoUIService::Destroy();
     NetInfoUILogic::Destroy();
     start({ "STATISTICSNOTES" });
@@ -291,7 +305,9 @@ void tst_LimitArea::aNewLanguageReachesTheArea()
 void tst_LimitArea::beforeInitNothingIsShown()
 {
     setLimits();
+    m_log->takeLines();
     CNetInfoUIService *const service = CNetInfoUIService::instance();
+    QCOMPARE(int(m_log->takeLines().filter(QStringLiteral("GetUseLimitSetting")).size()), 2);
     QCOMPARE(service->ShowDataColorPrompt(1e6), 0);
     QCOMPARE(service->ShowTimeColorPrompt(1e6), 0);
     QVERIFY(!service->OperationPersent(1e6));
@@ -300,6 +316,7 @@ void tst_LimitArea::beforeInitNothingIsShown()
     service->UpdateNewPeriodTipInfo();
     service->updateDataVolumeStrings();
     service->onSetLimitButtonClicked();
+    service->onNetInfoSettingsChanged(1, 1, true, true);
     m_log->takeLines();
     service->addDataVolumeWidget();
     service->createVolumeLimitWidget();

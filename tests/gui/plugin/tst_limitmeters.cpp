@@ -4,6 +4,7 @@
 
 #include "LimitTest.h"
 #include "NetInfoSettingUILogic.h"
+#include "NetInfoUILogic.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ private slots:
     void aColourWithoutAnEntryIsInvalid();
     void withoutAConfigurationColoursAreClear();
     void theDataMeterShowsBytes();
+    void theLargestLimitsFit();
     void bytesWrapAsUnsigned();
     void theTimeMeterShowsSeconds_data();
     void theTimeMeterShowsSeconds();
@@ -35,6 +37,7 @@ private slots:
     void theSettingsChooseThePeriod();
     void eachPeriodHasItsRecord();
     void aFailedFetchLeavesTheMeters();
+    void withoutASourceNothingIsShown();
     void theStartMayBeATime();
 };
 
@@ -152,10 +155,19 @@ void tst_LimitMeters::theDataMeterShowsBytes()
     QCOMPARE(dataMeter()->text(), QStringLiteral("3000003 B"));
     QVERIFY(dataMeter()->meterValue() == 3000003.0L);
     QVERIFY(dataMeter()->meterMaximum() == 104857600.0L);
-    set(VLS_SIZE_VOLUME, { "4294967295" });
-    CNetInfoUIService::instance()->InitDataTimeVolLimit();
+}
+
+void tst_LimitMeters::theLargestLimitsFit()
+{
+    setLimits();
+    set(VLS_SIZE_VOLUME, { "4294967295", "4294967295" });
+    use(Period::Monthly, 1e9, 1000000000);
+    startLimits();
     report();
     QVERIFY(dataMeter()->meterMaximum() == 4294967295.0L * 1048576.0L);
+    QVERIFY(timeMeter()->meterMaximum() == 4294967295.0L * 3600.0L);
+    QCOMPARE(dataMeter()->colour(), kFine);
+    QCOMPARE(timeMeter()->colour(), kFine);
 }
 
 void tst_LimitMeters::bytesWrapAsUnsigned()
@@ -210,10 +222,12 @@ void tst_LimitMeters::percentagesComeFromTheConfiguration()
     QVERIFY(!service->TimeOperationPersent(0, 0));
     QCOMPARE(service->ShowDataColorPrompt(80), 1);
     QCOMPARE(service->ShowDataColorPrompt(79.99L), 0);
-    set(VLS_SIZE_VOLUME, { "0" });
+    set(VLS_SIZE_VOLUME, { "0", "5" });
     service->InitDataTimeVolLimit();
     QVERIFY(!service->OperationPersent(80));
     QCOMPARE(service->ShowDataColorPrompt(0), 2);
+    QCOMPARE(service->ShowTimeColorPrompt(0), 0);
+    QVERIFY(timeMeter()->meterMaximum() == 5 * 3600.0L);
 }
 
 void tst_LimitMeters::theTimePercentageTakesSecondsOfHours()
@@ -313,6 +327,20 @@ void tst_LimitMeters::aFailedFetchLeavesTheMeters()
     report();
     QCOMPARE(dataMeter()->colour(), kNear);
     QVERIFY(timeMeter()->meterValue() == 60.0L);
+}
+
+void tst_LimitMeters::withoutASourceNothingIsShown()
+{
+    setLimits();
+    use(Period::Monthly, kNearMb, kNearSeconds);
+    CNetInfoUIService *const service = startLimits();
+    report();
+    NetInfoUILogic::Destroy();
+    QCOMPARE(service->ShowDataColorPrompt(1e6), 0);
+    QCOMPARE(service->ShowTimeColorPrompt(1e6), 0);
+    service->onNetInfoSettingsChanged(0, 0, false, false);
+    QCOMPARE(dataMeter()->colour(), kNear);
+    QCOMPARE(timeMeter()->colour(), kNear);
 }
 
 void tst_LimitMeters::theStartMayBeATime()

@@ -22,6 +22,8 @@ private slots:
     void aNewPeriodWarnsAgain();
     void aNewPeriodArmsWhatIsOn_data();
     void aNewPeriodArmsWhatIsOn();
+    void aNewPeriodClearsNothing();
+    void aNewPeriodMayWarnAtOnce();
     void onlyLessTimeIsANewPeriod_data();
     void onlyLessTimeIsANewPeriod();
     void bytesMakeNoNewPeriod();
@@ -90,6 +92,29 @@ void tst_LimitPeriods::aNewPeriodArmsWhatIsOn()
     passTime(99);
     QTEST(flags(), "flags");
     QTEST(savedFlags(), "flags");
+}
+
+void tst_LimitPeriods::aNewPeriodClearsNothing()
+{
+    set(VLS_CHK_WARN_BEFORE, { "false", "false" });
+    startLimits();
+    passTime(100);
+    passTime(99);
+    QCOMPARE(flags(), kAllPending);
+}
+
+void tst_LimitPeriods::aNewPeriodMayWarnAtOnce()
+{
+    setLimits();
+    set(10, kNonePending);
+    startLimits();
+    use(Period::Monthly, kReachedMb, 100);
+    report();
+    QCOMPARE(warning(), QString());
+    use(Period::Monthly, kReachedMb, 99);
+    report();
+    QCOMPARE(warning(), QStringLiteral("IDS_BOX_WARNAFTER"));
+    QCOMPARE(savedFlags(), QStringList({ "false", "true", "true", "true" }));
 }
 
 void tst_LimitPeriods::onlyLessTimeIsANewPeriod_data()

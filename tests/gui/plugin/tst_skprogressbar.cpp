@@ -48,6 +48,7 @@ private slots:
     void withoutAMaximumTheRestIsPainted();
     void aPartIsPaintedAsIfItWereTheBar();
     void thePixelsAreThere();
+    void theFrameIsAPixelWideWithSharpCorners();
     void theTextIsBlackInEveryPalette();
     void settingTheMeterPaintsIt();
     void aPartAsksForOneWholePaint();
@@ -222,6 +223,20 @@ void tst_SkProgressBar::thePixelsAreThere()
     for (const QPoint &edge : { QPoint(0, 0), QPoint(114, 0), QPoint(227, 0), QPoint(0, 10),
                                 QPoint(227, 10), QPoint(0, 19), QPoint(114, 19), QPoint(227, 19) })
         QCOMPARE(image.pixelColor(edge), kFrame);
+}
+
+void tst_SkProgressBar::theFrameIsAPixelWideWithSharpCorners()
+{
+    QImage image(m_bar->size() * 8, QImage::Format_RGB32);
+    image.setDevicePixelRatio(8);
+    image.fill(Qt::magenta);
+    m_bar->render(&image);
+    // The line's middle is at 227, 19, and it goes half a pixel to each side.
+    const QPoint corner(227 * 8 + 3, 19 * 8 + 3);
+    QCOMPARE(image.pixelColor(corner), kFrame);
+    QCOMPARE(image.pixelColor(corner + QPoint(2, -40)), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(corner + QPoint(-6, -40)), kFrame);
+    QCOMPARE(image.pixelColor(corner + QPoint(-9, -40)), QColor(Qt::white));
 }
 
 void tst_SkProgressBar::theTextIsBlackInEveryPalette()

@@ -46,6 +46,7 @@ private slots:
     void timeStates();
     void dataPercentage_data();
     void dataPercentage();
+    void everyWholePercentageIsExact();
     void timePercentage_data();
     void timePercentage();
     void limitStates_data();
@@ -187,6 +188,18 @@ void tst_NetInfoLimitRules::dataPercentage()
     QFETCH(int, percentage);
     QFETCH(int, remainder);
     QTEST(dataPercentageReached(used, limit, warning(percentage, remainder)), "reached");
+}
+
+void tst_NetInfoLimitRules::everyWholePercentageIsExact()
+{
+    for (int percentage = 1; percentage <= 200; ++percentage) {
+        const LimitWarning warn = warning(percentage, 0);
+        for (const unsigned int limit : { 100u, 300u, 1000u, 999900u }) {
+            const long double used = limit / 100 * static_cast<unsigned int>(percentage);
+            QVERIFY(dataPercentageReached(used, limit, warn));
+            QVERIFY(!dataPercentageReached(used - 1.0L / 1048576, limit, warn)); // a byte less
+        }
+    }
 }
 
 void tst_NetInfoLimitRules::timePercentage_data()
