@@ -174,8 +174,11 @@ void CNetInfoUIService::placeControls()
     QHBoxLayout *const captionRow = new QHBoxLayout;
     captionRow->addWidget(m_page->caption);
     QHBoxLayout *const meterRow = new QHBoxLayout;
-    if (!m_limits->dataMeter) // it died with another window
+    if (!m_limits->dataMeter) { // it died with another window
         m_limits->dataMeter = createMeter(m_page->content, "NetInfoUIPlugin_ProgressDatavolume");
+        if (m_limits->dataMeter && !m_page->dataLimitEnabled)
+            m_limits->dataMeter->hide();
+    }
     meterRow->addWidget(m_limits->dataMeter);
     meterRow->addStretch();
 

@@ -43,11 +43,9 @@ long double SkProgressBar::meterMaximum() const
 
 void SkProgressBar::paintEvent(QPaintEvent *event)
 {
-    // The rectangle to be painted takes the whole bar's place; where it is a part, the whole is
-    // asked for.
+    // The rectangle to be painted takes the whole bar's place.
     const QRect area = event->rect();
-    if (!area.contains(rect()))
-        update();
+    askForWholePaint(area);
     QPainter painter(this);
     painter.fillRect(area, Qt::white);
     painter.fillRect(NetInfoRules::meterFill(area, m_value, m_maximum), QBrush(m_colour));
@@ -57,4 +55,12 @@ void SkProgressBar::paintEvent(QPaintEvent *event)
         QPen(QColor(124, 124, 124, 255), 1.0, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(QRect(area.topLeft(), area.size() - QSize(1, 1)));
+}
+
+void SkProgressBar::askForWholePaint(const QRect &painted)
+{
+    // One for each part: where a window shows a part alone, what is asked for is a part again.
+    m_wholePaintAsked = !painted.contains(rect()) && !m_wholePaintAsked;
+    if (m_wholePaintAsked)
+        update();
 }

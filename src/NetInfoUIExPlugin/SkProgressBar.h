@@ -25,8 +25,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void askForWholePaint(const QRect &painted);
+
     QString m_text;
     QColor m_colour;
     long double m_value = 0.0L;
     long double m_maximum = 0.0L;
+    bool m_wholePaintAsked = false;
 };

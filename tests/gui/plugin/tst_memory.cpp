@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <new>
 
+#include "NetInfoSettingUILogic.h"
 #include "NetInfoUILogic.h"
 #include "PluginTest.h"
 #include "WarnPrompt.h"
@@ -54,6 +55,7 @@ private slots:
     void aFailedAllocationIsLogged();
     void aMissingPieceOfTheWarningIsNumbered_data();
     void aMissingPieceOfTheWarningIsNumbered();
+    void aRebuiltNormalPageMayFail();
 };
 
 void tst_Memory::aFailedAllocationIsLogged_data()
@@ -96,6 +98,7 @@ void tst_Memory::aFailedAllocationIsLogged()
 {
     QFETCH(int, failAt);
     QFETCH(QString, line);
+    set(VLS_CHK_VOLUME, { "true", "true", "0", "0" }); // every report warns
     CNetInfoUIService *const service = CNetInfoUIService::instance();
     m_log->takeLines();
     if (failAt == 2)
@@ -156,6 +159,24 @@ void tst_Memory::aMissingPieceOfTheWarningIsNumbered()
         prompt.onOkButtonClicked();
     }
     QVERIFY(m_window->children().isEmpty());
+}
+
+void tst_Memory::aRebuiltNormalPageMayFail()
+{
+    CNetInfoUIService *const service = start();
+    show();
+    int left = 0;
+    for (int failAt = 1; left == 0; ++failAt) {
+        delete widget("NetInfoUIPlugin_WidgetParent"); // the operator page keeps the data meter
+        g_failAt = failAt;
+        QVERIFY(service->Init());
+        left = g_failAt;
+        g_failAt = 0;
+        sendStatisticsEvent(true);
+        service->Notify(320, 0, 0);
+        m_log->dropLines();
+    }
+    QVERIFY(widget("NetInfoUIPlugin_ProgressVolume"));
 }
 
 QTEST_MAIN(tst_Memory)
