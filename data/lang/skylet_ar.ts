@@ -279,6 +279,50 @@
         <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
         <translation>سرعة الاستلام</translation>
     </message>
+    <message>
+        <source>IDS_GRP_SETPERIOD</source>
+        <translation>الفترة</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETWARNINGS</source>
+        <translation>التنبيهات</translation>
+    </message>
+    <message>
+        <source>IDS_STAT_MAX</source>
+        <translation>يُقاس الاستخدام على هذا الحاسوب، وقد يحسب المشغّل بطريقة مختلفة.</translation>
+    </message>
+    <message>
+        <source>IDS_STA_STARTDATE</source>
+        <translation>تاريخ البدء:</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_SET</source>
+        <translation>متكرر</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_VOLUME</source>
+        <translation>البيانات</translation>
+    </message>
+    <message>
+        <source>IDS_VOLUME_LIMIT</source>
+        <translation>الوقت</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_BEFORE</source>
+        <translation>التنبيه قبل بلوغ الحد</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_AFTER</source>
+        <translation>التنبيه عند تجاوز الحد</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_DATA_VOLUME</source>
+        <translation>يرجى إدخال حد البيانات.</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_TIME_VOLUME_LIMIT</source>
+        <translation>يرجى إدخال حد الوقت.</translation>
+    </message>
 </context>
 <context>
     <name>skylet</name>

@@ -279,6 +279,50 @@
         <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
         <translation>Empfangsgeschwindigkeit</translation>
     </message>
+    <message>
+        <source>IDS_GRP_SETPERIOD</source>
+        <translation>Zeitraum</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETWARNINGS</source>
+        <translation>Warnungen</translation>
+    </message>
+    <message>
+        <source>IDS_STAT_MAX</source>
+        <translation>Gemessen wird auf diesem Computer. Ihr Anbieter zählt vielleicht anders.</translation>
+    </message>
+    <message>
+        <source>IDS_STA_STARTDATE</source>
+        <translation>Beginn:</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_SET</source>
+        <translation>Wiederholt</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_VOLUME</source>
+        <translation>Daten</translation>
+    </message>
+    <message>
+        <source>IDS_VOLUME_LIMIT</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_BEFORE</source>
+        <translation>Vor Erreichen eines Limits warnen</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_AFTER</source>
+        <translation>Bei Überschreiten eines Limits warnen</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_DATA_VOLUME</source>
+        <translation>Bitte geben Sie das Datenlimit ein.</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_TIME_VOLUME_LIMIT</source>
+        <translation>Bitte geben Sie das Zeitlimit ein.</translation>
+    </message>
 </context>
 <context>
     <name>skylet</name>

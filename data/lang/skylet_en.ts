@@ -279,6 +279,50 @@
         <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
         <translation>Download speed</translation>
     </message>
+    <message>
+        <source>IDS_GRP_SETPERIOD</source>
+        <translation>Period</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETWARNINGS</source>
+        <translation>Warnings</translation>
+    </message>
+    <message>
+        <source>IDS_STAT_MAX</source>
+        <translation>Usage is measured on this computer. Your operator may count differently.</translation>
+    </message>
+    <message>
+        <source>IDS_STA_STARTDATE</source>
+        <translation>Start date:</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_SET</source>
+        <translation>Recurring</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_VOLUME</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>IDS_VOLUME_LIMIT</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_BEFORE</source>
+        <translation>Warn before a limit is reached</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_AFTER</source>
+        <translation>Warn when a limit is exceeded</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_DATA_VOLUME</source>
+        <translation>Please enter the data limit.</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_TIME_VOLUME_LIMIT</source>
+        <translation>Please enter the time limit.</translation>
+    </message>
 </context>
 <context>
     <name>skylet</name>

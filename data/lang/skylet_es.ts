@@ -279,6 +279,50 @@
         <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
         <translation>Velocidad de recepción</translation>
     </message>
+    <message>
+        <source>IDS_GRP_SETPERIOD</source>
+        <translation>Periodo</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETWARNINGS</source>
+        <translation>Avisos</translation>
+    </message>
+    <message>
+        <source>IDS_STAT_MAX</source>
+        <translation>El consumo se mide en este equipo. Su operador puede contar de otra forma.</translation>
+    </message>
+    <message>
+        <source>IDS_STA_STARTDATE</source>
+        <translation>Inicio:</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_SET</source>
+        <translation>Periódico</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_VOLUME</source>
+        <translation>Datos</translation>
+    </message>
+    <message>
+        <source>IDS_VOLUME_LIMIT</source>
+        <translation>Tiempo</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_BEFORE</source>
+        <translation>Avisar antes de alcanzar un límite</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_AFTER</source>
+        <translation>Avisar al superar un límite</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_DATA_VOLUME</source>
+        <translation>Introduzca el límite de datos.</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_TIME_VOLUME_LIMIT</source>
+        <translation>Introduzca el límite de tiempo.</translation>
+    </message>
 </context>
 <context>
     <name>skylet</name>

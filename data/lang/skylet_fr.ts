@@ -279,6 +279,50 @@
         <source>IDS_TRENDS_DOWNLOAD_SPEED</source>
         <translation>Vitesse de réception</translation>
     </message>
+    <message>
+        <source>IDS_GRP_SETPERIOD</source>
+        <translation>Période</translation>
+    </message>
+    <message>
+        <source>IDS_GRP_SETWARNINGS</source>
+        <translation>Alertes</translation>
+    </message>
+    <message>
+        <source>IDS_STAT_MAX</source>
+        <translation>La consommation est mesurée sur cet ordinateur. Votre opérateur peut compter autrement.</translation>
+    </message>
+    <message>
+        <source>IDS_STA_STARTDATE</source>
+        <translation>Début :</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_SET</source>
+        <translation>Périodique</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_VOLUME</source>
+        <translation>Données</translation>
+    </message>
+    <message>
+        <source>IDS_VOLUME_LIMIT</source>
+        <translation>Temps</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_BEFORE</source>
+        <translation>Avertir avant d’atteindre une limite</translation>
+    </message>
+    <message>
+        <source>IDS_CHK_AFTER</source>
+        <translation>Avertir en cas de dépassement d’une limite</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_DATA_VOLUME</source>
+        <translation>Veuillez indiquer la limite de données.</translation>
+    </message>
+    <message>
+        <source>IDS_INPUT_TIME_VOLUME_LIMIT</source>
+        <translation>Veuillez indiquer la limite de temps.</translation>
+    </message>
 </context>
 <context>
     <name>skylet</name>

@@ -27,6 +27,18 @@ static_assert(sizeof kSettingKeys / sizeof kSettingKeys[0] == NetInfoRules::kSet
     return lines;
 }
 
+//! The number that \a text begins with, in European digits; 0 without one.
+[[nodiscard]] int leadingNumber(const QString &text)
+{
+    int number = 0;
+    for (const QChar digit : text) {
+        if (digit < QLatin1Char('0') || digit > QLatin1Char('9'))
+            break;
+        number = number * 10 + (digit.unicode() - '0');
+    }
+    return number;
+}
+
 } // namespace
 
 namespace NetInfoRules {
@@ -69,6 +81,20 @@ QByteArray settingFile(const QList<QString> &values)
 QString settingDate(const QDate &date)
 {
     return QLocale::c().toString(date, QLatin1String("dd-MM-yyyy"));
+}
+
+QDate dateOfSetting(const QString &text)
+{
+    const int day = leadingNumber(text.mid(0, 2));
+    const int month = leadingNumber(text.mid(3, 2));
+    return QDate(leadingNumber(text.mid(6, 4)), month, day);
+}
+
+int settingEntry(const QString &text, int count)
+{
+    bool isNumber = false;
+    const int entry = text.toInt(&isNumber);
+    return isNumber && entry >= 0 && entry < count ? entry : -1;
 }
 
 QByteArray firstSettingFile(const QByteArray &settingTemplate, const QDate &today)

@@ -37,6 +37,13 @@ constexpr int kSettingFileLimit = 65536;
 //! \a date as the file has it, "dd-MM-yyyy" in European digits whatever the user's are.
 [[nodiscard]] QString settingDate(const QDate &date);
 
+//! The date of a "dd-MM-yyyy" by position: separators are not checked and what is no digit ends a
+//! number. Invalid when there is no such day.
+[[nodiscard]] QDate dateOfSetting(const QString &text);
+
+//! The entry that \a text numbers in a list of \a count, from 0; -1 when it is none of them.
+[[nodiscard]] int settingEntry(const QString &text, int count);
+
 //! The first settings file of a user: the lines of \a settingTemplate, then a period that starts on
 //! \a today, weekday 0 and day of month 0.
 [[nodiscard]] QByteArray firstSettingFile(const QByteArray &settingTemplate, const QDate &today);

@@ -4,7 +4,7 @@
 #include <QTreeWidget>
 
 #include "NetInfoLog.h"
-#include "NetInfoSettingsPage.h"
+#include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUIService_p.h"
 
 namespace {
@@ -91,8 +91,10 @@ void CNetInfoUIService::startStatistics()
         return;
     NetInfoUILogic *const source = NetInfoUILogic::Instance();
     m_page->source = source;
+    if (!m_page->settings)
+        useSettingsPage();
     translateLabels();
-    if (!source)
+    if (!source || !m_page->settings)
         return;
     source->Init();
     m_tree->fluxUnits.clear();
@@ -108,6 +110,16 @@ void CNetInfoUIService::startStatistics()
         SIGNAL(statisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)),
         this,
         SLOT(onStatisticsChanged(unsigned long, unsigned long, qulonglong, qulonglong, QString)));
+}
+
+void CNetInfoUIService::useSettingsPage()
+{
+    NetInfoSettingUIPlugin *const page = NetInfoSettingUIPlugin::GetInstance();
+    m_page->settings = page;
+    if (page) {
+        connect(page, SIGNAL(netInfoSettingsChanged(int, int, bool, bool)), this,
+                SLOT(onNetInfoSettingsChanged(int, int, bool, bool)));
+    }
 }
 
 bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
@@ -215,6 +227,7 @@ void CNetInfoUIService::OnDestroy()
     delete m_page->mainWidget;
     delete m_page->graph; // when the host has taken it out of the page
     NetInfoGraphConfigParse::OnDestroy();
+    NetInfoSettingUIPlugin::ReleaseInstance();
     m_page->settings = nullptr;
     // The pages that no host window has taken would stay behind as windows of their own.
     delete m_page->operatorPage;

@@ -204,6 +204,7 @@ private:
 
     void createAuxiliaryWidgets();
     void startStatistics();
+    void useSettingsPage();
     void createOperatorPage();
     void changeLanguage();
     void translateLabels();

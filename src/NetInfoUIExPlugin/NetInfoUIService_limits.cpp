@@ -4,6 +4,7 @@
 #include <host/CommonUtils.h>
 
 #include "NetInfoLog.h"
+#include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUIService_p.h"
 
 using NetInfoRules::LimitState;
@@ -22,8 +23,9 @@ namespace {
 QStringList CNetInfoUIService::storedSettings() const
 {
     QStringList values;
-    for (int index = VLS_CHK_RECURRENCE; m_limits->store && index <= VLS_START_MONTH_DATE; ++index)
-        values << m_limits->store->value(index);
+    NetInfoSettingUIPlugin *const page = NetInfoSettingUIPlugin::GetInstance();
+    for (int index = VLS_CHK_RECURRENCE; page && index <= VLS_START_MONTH_DATE; ++index)
+        values << page->getVolumeLimitSettings(_VOLUME_LIMIT_SETTINGS_INDEX(index));
     return values;
 }
 

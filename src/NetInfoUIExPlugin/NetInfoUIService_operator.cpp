@@ -10,6 +10,7 @@
 
 #include "NetInfoLog.h"
 #include "NetInfoOperatorPage.h"
+#include "NetInfoSettingRules.h"
 #include "NetInfoUIService_p.h"
 
 namespace {
@@ -59,11 +60,10 @@ void checkRadio(QRadioButton *radio, bool checked)
 //! was \a chosen; none of the list leaves both as they are.
 void loadEntry(QComboBox *combo, const QString &text, QString &chosen)
 {
-    bool isNumber = false;
-    const int index = text.toInt(&isNumber);
-    if (!isNumber || index < 0 || index >= combo->count())
+    const int entry = NetInfoRules::settingEntry(text, combo->count());
+    if (entry < 0)
         return;
-    combo->setCurrentIndex(index);
+    combo->setCurrentIndex(entry);
     chosen.clear();
 }
 

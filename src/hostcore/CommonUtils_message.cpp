@@ -6,10 +6,16 @@
 
 #include <memory>
 
+// Plug-ins give texts or the host's keys; a text that is no key stays as it is.
+static QString buttonText(const QString &text)
+{
+    return Change::tr(QStringLiteral("NetInfoUIExPlugin"), text);
+}
+
 static QString okText()
 {
     const QString key = QStringLiteral("IDS_OK");
-    const QString text = Change::tr(QStringLiteral("NetInfoUIExPlugin"), key);
+    const QString text = buttonText(key);
     return text == key ? QString() : text; // without texts Qt's own word stands
 }
 
@@ -28,12 +34,12 @@ static void addButtons(QMessageBox *box, const QString &button0, const QString &
                        const QString &button2)
 {
     QAbstractButton *first
-        = addButton(box, QMessageBox::Ok, button0.isEmpty() ? okText() : button0);
+        = addButton(box, QMessageBox::Ok, button0.isEmpty() ? okText() : buttonText(button0));
     QAbstractButton *escape = first;
     if (!button1.isEmpty())
-        escape = addButton(box, QMessageBox::No, button1);
+        escape = addButton(box, QMessageBox::No, buttonText(button1));
     if (!button2.isEmpty())
-        escape = addButton(box, QMessageBox::Cancel, button2);
+        escape = addButton(box, QMessageBox::Cancel, buttonText(button2));
     box->setDefaultButton(qobject_cast<QPushButton *>(first));
     box->setEscapeButton(escape);
 }

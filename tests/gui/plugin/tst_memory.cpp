@@ -71,27 +71,28 @@ void tst_Memory::aFailedAllocationIsLogged_data()
         = QStringLiteral("createRightClickActions: Memory not allocated for a Widget");
     const QString graph = QStringLiteral("createGraphWidget: Memory not allocated for a widget");
     QTest::newRow("statistics source") << 1 << page;
-    QTest::newRow("configuration reader") << 2 << QString();
-    QTest::newRow("main widget") << 3 << page;
-    QTest::newRow("page layout") << 4 << page;
-    QTest::newRow("splitter") << 5 << page;
-    QTest::newRow("warning prompt") << 6 << QString();
-    QTest::newRow("left area") << 7 << left;
-    QTest::newRow("left layout") << 8 << left;
-    QTest::newRow("tree") << 9 << tree;
-    QTest::newRow("delegate") << 10 << tree;
-    QTest::newRow("transfer item") << 11 << tree;
-    QTest::newRow("statistics item") << 12 << tree;
-    for (int row = 13; row < 30; ++row)
+    QTest::newRow("settings page") << 2 << QString();
+    QTest::newRow("configuration reader") << 3 << QString();
+    QTest::newRow("main widget") << 4 << page;
+    QTest::newRow("page layout") << 5 << page;
+    QTest::newRow("splitter") << 6 << page;
+    QTest::newRow("warning prompt") << 7 << QString();
+    QTest::newRow("left area") << 8 << left;
+    QTest::newRow("left layout") << 9 << left;
+    QTest::newRow("tree") << 10 << tree;
+    QTest::newRow("delegate") << 11 << tree;
+    QTest::newRow("transfer item") << 12 << tree;
+    QTest::newRow("statistics item") << 13 << tree;
+    for (int row = 14; row < 31; ++row)
         QTest::addRow("row %d", row) << row << QString();
-    for (int part = 30; part < 40; ++part)
+    for (int part = 31; part < 41; ++part)
         QTest::addRow("part %d of the limit area", part) << part << limits;
-    QTest::newRow("graph") << 40 << graph;
-    QTest::newRow("profile reader") << 41 << QString();
-    QTest::newRow("reset action") << 42 << menu;
-    QTest::newRow("expand action") << 43 << menu;
-    QTest::newRow("collapse action") << 44 << menu;
-    QTest::newRow("none") << 45 << QString();
+    QTest::newRow("graph") << 41 << graph;
+    QTest::newRow("profile reader") << 42 << QString();
+    QTest::newRow("reset action") << 43 << menu;
+    QTest::newRow("expand action") << 44 << menu;
+    QTest::newRow("collapse action") << 45 << menu;
+    QTest::newRow("none") << 46 << QString();
 }
 
 void tst_Memory::aFailedAllocationIsLogged()
@@ -101,13 +102,13 @@ void tst_Memory::aFailedAllocationIsLogged()
     set(VLS_CHK_VOLUME, { "true", "true", "0", "0" }); // every report warns
     CNetInfoUIService *const service = CNetInfoUIService::instance();
     m_log->takeLines();
-    if (failAt == 2)
+    if (failAt == 3)
         m_log->expectWarning(QStringLiteral("NetInfoUILogic.cpp: Init: Out of Memory"));
     g_failAt = failAt;
     QVERIFY(service->Init());
     const int left = g_failAt;
     g_failAt = 0;
-    QCOMPARE(left, failAt == 45 ? 1 : 0); // 44 allocations may fail, no more
+    QCOMPARE(left, failAt == 46 ? 1 : 0); // 45 allocations may fail, no more
     const QStringList failures = m_log->takeLines().filter(QStringLiteral("not allocated"));
     if (line.isEmpty())
         QCOMPARE(failures, QStringList());

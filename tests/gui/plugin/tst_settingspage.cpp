@@ -70,7 +70,8 @@ private slots:
 
 void tst_SettingsPage::settingsWithoutAPageAreHarmless()
 {
-    ISettingUIPlugin *const service = start();
+    CNetInfoUIService *const service = start();
+    service->setSettingsPage(nullptr);
     QRect rect(0, 0, 10, 10);
     QVERIFY(service->ShowSettingDialog(m_window.data(), rect));
     QVERIFY(!service->IsActiveSetting());
