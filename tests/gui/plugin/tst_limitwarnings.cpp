@@ -1,6 +1,7 @@
 // The warnings of the usage limits: when they come, once in a period, and what is kept of it.
 
 #include <QApplication>
+#include <QPointer>
 #include <QtTest>
 #include <QWindow>
 
@@ -290,9 +291,10 @@ void tst_LimitWarnings::theWarningGoesBeforeItsPage()
     show();
     use(Period::Monthly, kReachedMb, 0);
     report();
+    const QPointer<QWidget> page = widget("NetInfoUIPlugin_WidgetParent");
     bool pageWasThere = false;
     connect(widget("WarnDlg_ExtendedDlg"), &QObject::destroyed, this,
-            [&] { pageWasThere = widget("NetInfoUIPlugin_WidgetParent") != nullptr; });
+            [&] { pageWasThere = !page.isNull(); });
     CNetInfoUIService::Destroy();
     QVERIFY(pageWasThere);
 }
