@@ -120,11 +120,12 @@ bool CNetInfoUIService::ShowWindow(QWidget *parent, QRect &rect)
     }
     m_page->hostParent = parent;
     m_page->hostRect = rect;
-    if (m_page->mainWidget) { // placed, but this build always presents the operator page
+    // Placed, but this build always presents the operator page. Before the figures come, so that a
+    // warning belongs to the host's window.
+    if (m_page->mainWidget) {
         placePage(m_page->mainWidget, parent, rect, 4);
         m_page->mainWidget->setVisible(false);
     }
-    // The figures may bring a warning, which belongs to the window that the normal page is in.
     if (updateStoredStatistics())
         NETINFO_TRACE_CALL("%s: %s: Daily,Monthly ,yearly stats updated", kSource);
     else

@@ -36,7 +36,7 @@ void CNetInfoUIService::createVolumeLimitWidget()
     m_limits->layout = area ? new (std::nothrow) QVBoxLayout(area) : nullptr;
     if (m_limits->layout)
         addDataVolumeWidget();
-    if (!m_limits->dataCaption || !addTipAndButtons()) {
+    if (!m_limits->timeMeter || !addTipAndButtons()) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", kSource);
         delete area; // with everything in it
         return;
@@ -63,7 +63,7 @@ SkProgressBar *CNetInfoUIService::createMeter(QWidget *parent, const char *name)
 void CNetInfoUIService::addDataVolumeWidget()
 {
     NETINFO_REQUIRE(m_limits->area && m_limits->layout, return );
-    if (m_limits->dataCaption)
+    if (m_limits->timeMeter)
         return;
     QWidget *const area = m_limits->area;
     QLabel *const dataCaption = newWidget<QLabel>(area, "NetInfoUIPlugin_LabelDataVolume");
@@ -71,8 +71,7 @@ void CNetInfoUIService::addDataVolumeWidget()
     SkProgressBar *const timeMeter = createMeter(area, "NetInfoUIPlugin_ProgressVolume");
     if (!dataCaption || !timeCaption || !timeMeter)
         return;
-    const bool elsewhere = m_limits->dataMeter; // on the operator page, where it stays
-    if (!elsewhere)
+    if (!m_limits->dataMeter) // else the operator page has it, and has outlived the last area
         m_limits->dataMeter = createMeter(area, "NetInfoUIPlugin_ProgressDatavolume");
     if (!m_limits->dataMeter)
         return;
@@ -85,7 +84,7 @@ void CNetInfoUIService::addDataVolumeWidget()
         m_limits->layout->addWidget(widget, 0, Qt::AlignLeft);
     };
     add(dataCaption, m_page->dataLimitEnabled);
-    if (!elsewhere)
+    if (m_limits->dataMeter->parentWidget() == area)
         add(m_limits->dataMeter, m_page->dataLimitEnabled);
     add(timeCaption, m_page->timeLimitEnabled);
     add(timeMeter, m_page->timeLimitEnabled);

@@ -50,28 +50,10 @@ class tst_Memory : public PluginTest
 {
     Q_OBJECT
 private slots:
-    void aRebuiltNormalPageMayFail();
     void aFailedAllocationIsLogged_data();
     void aFailedAllocationIsLogged();
+    void aRebuiltNormalPageMayFail();
 };
-
-void tst_Memory::aRebuiltNormalPageMayFail()
-{
-    CNetInfoUIService *const service = start();
-    show();
-    int left = 0;
-    for (int failAt = 1; left == 0; ++failAt) {
-        delete widget("NetInfoUIPlugin_WidgetParent"); // the operator page keeps the data meter
-        g_failAt = failAt;
-        QVERIFY(service->Init());
-        left = g_failAt;
-        g_failAt = 0;
-        sendStatisticsEvent(true);
-        service->Notify(320, 0, 0);
-        m_log->dropLines();
-    }
-    QVERIFY(widget("NetInfoUIPlugin_ProgressVolume"));
-}
 
 void tst_Memory::aFailedAllocationIsLogged_data()
 {
@@ -132,6 +114,24 @@ void tst_Memory::aFailedAllocationIsLogged()
     sendStatisticsEvent(true);
     service->Notify(320, 0, 0);
     service->Notify(837, 0, 0);
+}
+
+void tst_Memory::aRebuiltNormalPageMayFail()
+{
+    CNetInfoUIService *const service = start();
+    show();
+    int left = 0;
+    for (int failAt = 1; left == 0; ++failAt) {
+        delete widget("NetInfoUIPlugin_WidgetParent"); // the operator page keeps the data meter
+        g_failAt = failAt;
+        QVERIFY(service->Init());
+        left = g_failAt;
+        g_failAt = 0;
+        sendStatisticsEvent(true);
+        service->Notify(320, 0, 0);
+        m_log->dropLines();
+    }
+    QVERIFY(widget("NetInfoUIPlugin_ProgressVolume"));
 }
 
 QTEST_MAIN(tst_Memory)
