@@ -290,11 +290,11 @@ void tst_LimitWarnings::theWarningGoesBeforeItsPage()
     show();
     use(Period::Monthly, kReachedMb, 0);
     report();
-    bool pageWasThere = false;
-    connect(widget("WarnDlg_ExtendedDlg"), &QObject::destroyed, this,
-            [&] { pageWasThere = widget("NetInfoUIPlugin_WidgetParent") != nullptr; });
+    QStringList gone;
+    for (const char *name : { "NetInfoUIPlugin_WidgetParent", "WarnDlg_ExtendedDlg" })
+        connect(widget(name), &QObject::destroyed, this, [&gone, name] { gone << name; });
     CNetInfoUIService::Destroy();
-    QVERIFY(pageWasThere);
+    QCOMPARE(gone, QStringList({ "WarnDlg_ExtendedDlg", "NetInfoUIPlugin_WidgetParent" }));
 }
 
 void tst_LimitWarnings::theWindowMayGoWhileAWarningIsOpen()
