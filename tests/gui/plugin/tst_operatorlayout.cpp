@@ -30,6 +30,8 @@ private slots:
     void theScrollBarDoesNotTurnTheColumns();
     void theKeyboardScrollsToWhatHasTheFocus();
     void theMarginsAreTheHosts();
+    void moreRoomMovesNothing();
+    void stackedButtonsKeepTheirWidth();
 
 private:
     //! Places the page into a rectangle of \a size of a window a bit larger.
@@ -267,6 +269,46 @@ void tst_OperatorLayout::theMarginsAreTheHosts()
     QCOMPARE(page()->viewport()->geometry().topLeft(), QPoint(0, 0)); // no frame
     QVERIFY(!page()->viewport()->autoFillBackground()); // the host's background shows through
     QCOMPARE(place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).left(), 0);
+}
+
+void tst_OperatorLayout::moreRoomMovesNothing()
+{
+    const auto places = [] {
+        QList<QRect> all;
+        const QWidgetList shown = controls();
+        for (const QWidget *one : shown) {
+            if (!qobject_cast<const QLabel *>(one)) // the caption takes the row
+                all << place(one);
+        }
+        return all;
+    };
+    start();
+    showIn(QSize(900, 600));
+    showIn(QSize(columnsWidth() + page()->verticalScrollBar()->sizeHint().width(), 600));
+    page()->resize(page()->width(), content()->minimumSizeHint().height());
+    QTRY_COMPARE(page()->verticalScrollBar()->maximum(), 0);
+    const QList<QRect> compact = places();
+    showIn(QSize(900, 600));
+    QCOMPARE(places(), compact);
+    const int left = place(widget("NetInfoSettingDlg_groupBoxSetLimit")).left();
+    QCOMPARE(place(widget("NetInfoSettingDlg_savesettingbutton")).left(), left);
+    QCOMPARE(place(widget("NetInfoSettingDlg_groupBoxSetLimit")).top(),
+             place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).top());
+}
+
+void tst_OperatorLayout::stackedButtonsKeepTheirWidth()
+{
+    start();
+    showIn(QSize(900, 600));
+    showIn(QSize(columnsWidth() - 1, 600));
+    QVERIFY(!isSideBySide());
+    for (const char *name :
+         { "NetInfoSettingDlg_savesettingbutton", "NetInfoSettingDlg_clearhistorybutton" })
+        QCOMPARE(widget(name)->width(), widget(name)->sizeHint().width());
+    const int bottom = place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).bottom();
+    const QLayout *const columns = content()->layout()->itemAt(2)->widget()->layout();
+    QCOMPARE(place(widget("NetInfoSettingDlg_groupBoxSetLimit")).top() - 1 - bottom,
+             columns->spacing());
 }
 
 QTEST_MAIN(tst_OperatorLayout)
