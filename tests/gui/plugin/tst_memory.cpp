@@ -54,6 +54,7 @@ private slots:
     void aFailedAllocationIsLogged();
     void aMissingPieceOfTheWarningIsNumbered_data();
     void aMissingPieceOfTheWarningIsNumbered();
+    void aRebuiltNormalPageMayFail();
 };
 
 void tst_Memory::aFailedAllocationIsLogged_data()
@@ -156,6 +157,21 @@ void tst_Memory::aMissingPieceOfTheWarningIsNumbered()
         prompt.onOkButtonClicked();
     }
     QVERIFY(m_window->children().isEmpty());
+}
+
+void tst_Memory::aRebuiltNormalPageMayFail()
+{
+    CNetInfoUIService *const service = start();
+    for (int failAt = 1; failAt < 50; ++failAt) { // the data meter is on the operator page
+        delete widget("NetInfoUIPlugin_WidgetParent");
+        g_failAt = failAt;
+        QVERIFY(service->Init());
+        g_failAt = 0;
+        service->Notify(320, 0, 0);
+        QVERIFY(widget("NetInfoUIPlugin_ProgressDatavolume"));
+    }
+    m_log->dropLines();
+    QVERIFY(widget("NetInfoUIPlugin_WidgetVolumeLimit")); // the last time nothing failed
 }
 
 QTEST_MAIN(tst_Memory)

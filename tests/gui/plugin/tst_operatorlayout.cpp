@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QtTest>
 
+#include "NetInfoOperatorPage.h"
 #include "NetInfoSettingUILogic.h"
 #include "OperatorPageTest.h"
 #include "SkProgressBar.h"
@@ -32,6 +33,7 @@ private slots:
     void theMarginsAreTheHosts();
     void moreRoomMovesNothing();
     void stackedButtonsKeepTheirWidth();
+    void aFrameNeedsNoColumns();
 
 private:
     //! Places the page into a rectangle of \a size of a window a bit larger.
@@ -267,6 +269,7 @@ void tst_OperatorLayout::theMarginsAreTheHosts()
     showIn(QSize(420, 300));
     QCOMPARE(page()->geometry(), QRect(5, 6, 420, 300));
     QCOMPARE(page()->viewport()->geometry().topLeft(), QPoint(0, 0)); // no frame
+    QCOMPARE(page()->focusPolicy(), Qt::NoFocus);
     QVERIFY(!page()->viewport()->autoFillBackground()); // the host's background shows through
     QCOMPARE(place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).left(), 0);
 }
@@ -309,6 +312,32 @@ void tst_OperatorLayout::stackedButtonsKeepTheirWidth()
     const QLayout *const columns = content()->layout()->itemAt(2)->widget()->layout();
     QCOMPARE(place(widget("NetInfoSettingDlg_groupBoxSetLimit")).top() - 1 - bottom,
              columns->spacing());
+}
+
+void tst_OperatorLayout::aFrameNeedsNoColumns()
+{
+    NetInfoOperatorPage frame;
+    frame.resize(50, 50);
+    frame.show();
+    frame.resize(60, 50);
+    frame.hide();
+    QWidget *const widget = new QWidget;
+    auto *const columns = new QHBoxLayout(widget);
+    columns->addWidget(new QPushButton(QStringLiteral("A"), widget));
+    columns->addWidget(new QPushButton(QStringLiteral("B"), widget));
+    frame.setWidget(widget);
+    frame.setColumns(columns);
+    QCOMPARE(columns->direction(), QBoxLayout::TopToBottom); // at once
+    frame.show();
+    frame.resize(500, 50);
+    QTRY_COMPARE(columns->direction(), QBoxLayout::LeftToRight);
+    QCoreApplication::processEvents();
+    frame.resize(520, 50); // turns nothing
+    QCOMPARE(widget->width(), frame.viewport()->width());
+    delete frame.takeWidget();
+    frame.resize(60, 50);
+    QCoreApplication::processEvents();
+    QVERIFY(!frame.widget());
 }
 
 QTEST_MAIN(tst_OperatorLayout)

@@ -411,9 +411,11 @@ void tst_OperatorPage::thePageSurvivesTheNormalPage()
     show();
     service->Notify(320, 0, 0);
     QVERIFY(widget("NetInfoUIPlugin_WidgetVolumeLimit"));
-    QCOMPARE(
-        int(m_window->findChildren<SkProgressBar *>("NetInfoUIPlugin_ProgressDatavolume").size()),
-        1);
+    service->addDataVolumeWidget(); // is there
+    for (const char *name : { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_LabelTimeVolume",
+                              "NetInfoUIPlugin_ProgressDatavolume" })
+        QCOMPARE(int(m_window->findChildren<QWidget *>(QLatin1String(name)).size()), 1);
+    QVERIFY(content()->isAncestorOf(widget("NetInfoUIPlugin_ProgressDatavolume")));
 }
 
 QTEST_MAIN(tst_OperatorPage)
