@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QtTest>
 
+#include "NetInfoOperatorPage.h"
 #include "NetInfoSettingUILogic.h"
 #include "OperatorPageTest.h"
 #include "SkProgressBar.h"
@@ -30,6 +31,9 @@ private slots:
     void theScrollBarDoesNotTurnTheColumns();
     void theKeyboardScrollsToWhatHasTheFocus();
     void theMarginsAreTheHosts();
+    void moreRoomMovesNothing();
+    void stackedButtonsKeepTheirWidth();
+    void aFrameNeedsNoColumns();
 
 private:
     //! Places the page into a rectangle of \a size of a window a bit larger.
@@ -265,8 +269,75 @@ void tst_OperatorLayout::theMarginsAreTheHosts()
     showIn(QSize(420, 300));
     QCOMPARE(page()->geometry(), QRect(5, 6, 420, 300));
     QCOMPARE(page()->viewport()->geometry().topLeft(), QPoint(0, 0)); // no frame
+    QCOMPARE(page()->focusPolicy(), Qt::NoFocus);
     QVERIFY(!page()->viewport()->autoFillBackground()); // the host's background shows through
     QCOMPARE(place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).left(), 0);
+}
+
+void tst_OperatorLayout::moreRoomMovesNothing()
+{
+    const auto places = [] {
+        QList<QRect> all;
+        const QWidgetList shown = controls();
+        for (const QWidget *one : shown) {
+            if (!qobject_cast<const QLabel *>(one)) // the caption takes the row
+                all << place(one);
+        }
+        return all;
+    };
+    start();
+    showIn(QSize(900, 600));
+    showIn(QSize(columnsWidth() + page()->verticalScrollBar()->sizeHint().width(), 600));
+    page()->resize(page()->width(), content()->minimumSizeHint().height());
+    QTRY_COMPARE(page()->verticalScrollBar()->maximum(), 0);
+    const QList<QRect> compact = places();
+    showIn(QSize(900, 600));
+    QCOMPARE(places(), compact);
+    const int left = place(widget("NetInfoSettingDlg_groupBoxSetLimit")).left();
+    QCOMPARE(place(widget("NetInfoSettingDlg_savesettingbutton")).left(), left);
+    QCOMPARE(place(widget("NetInfoSettingDlg_groupBoxSetLimit")).top(),
+             place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).top());
+}
+
+void tst_OperatorLayout::stackedButtonsKeepTheirWidth()
+{
+    start();
+    showIn(QSize(900, 600));
+    showIn(QSize(columnsWidth() - 1, 600));
+    QVERIFY(!isSideBySide());
+    for (const char *name :
+         { "NetInfoSettingDlg_savesettingbutton", "NetInfoSettingDlg_clearhistorybutton" })
+        QCOMPARE(widget(name)->width(), widget(name)->sizeHint().width());
+    const int bottom = place(widget("NetInfoSettingDlg_GroupBoxRecurrence")).bottom();
+    const QLayout *const columns = content()->layout()->itemAt(2)->widget()->layout();
+    QCOMPARE(place(widget("NetInfoSettingDlg_groupBoxSetLimit")).top() - 1 - bottom,
+             columns->spacing());
+}
+
+void tst_OperatorLayout::aFrameNeedsNoColumns()
+{
+    NetInfoOperatorPage frame;
+    frame.resize(50, 50);
+    frame.show();
+    frame.resize(60, 50);
+    frame.hide();
+    QWidget *const widget = new QWidget;
+    auto *const columns = new QHBoxLayout(widget);
+    columns->addWidget(new QPushButton(QStringLiteral("A"), widget));
+    columns->addWidget(new QPushButton(QStringLiteral("B"), widget));
+    frame.setWidget(widget);
+    frame.setColumns(columns);
+    QCOMPARE(columns->direction(), QBoxLayout::TopToBottom); // at once
+    frame.show();
+    frame.resize(500, 50);
+    QTRY_COMPARE(columns->direction(), QBoxLayout::LeftToRight);
+    QCoreApplication::processEvents();
+    frame.resize(520, 50); // turns nothing
+    QCOMPARE(widget->width(), frame.viewport()->width());
+    delete frame.takeWidget();
+    frame.resize(60, 50);
+    QCoreApplication::processEvents();
+    QVERIFY(!frame.widget());
 }
 
 QTEST_MAIN(tst_OperatorLayout)

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QStyle>
 #include <QtTest>
 
 #include <host/ExtendLineEdit.h>
@@ -209,9 +210,7 @@ void tst_OperatorPage::theSlotsChooseOnlyWhenTrue()
     CNetInfoUIService *const service = start();
     show();
     service->onWeeklyRadioBtnSelect(true);
-    QCOMPARE(checkedRadios(), QStringList("weekly"));
     service->onDailyRadioBtnSelect(false);
-    service->onWeeklyRadioBtnSelect(false);
     service->onMonthlyRadioBtnSelect(false);
     QCOMPARE(checkedRadios(), QStringList("weekly"));
     QVERIFY(weekday()->isEnabled());
@@ -219,7 +218,9 @@ void tst_OperatorPage::theSlotsChooseOnlyWhenTrue()
     service->onMonthlyRadioBtnSelect(true);
     QCOMPARE(checkedRadios(), QStringList("monthly"));
     service->onDailyRadioBtnSelect(true);
+    service->onWeeklyRadioBtnSelect(false);
     QCOMPARE(checkedRadios(), QStringList("daily"));
+    QVERIFY(!weekday()->isEnabled());
     QVERIFY(!day()->isEnabled());
 }
 
@@ -368,6 +369,8 @@ void tst_OperatorPage::initTwiceConnectsOnce()
     CNetInfoUIService *const service = start();
     QVERIFY(service->Init());
     show();
+    QCOMPARE(int(content()->findChildren<QPushButton *>().size()), 2);
+    QCOMPARE(int(content()->findChildren<QGroupBox *>().size()), 2);
     press("NetInfoSettingDlg_savesettingbutton");
     QCOMPARE(int(fakeHost().messages.size()), 1);
     press("NetInfoSettingDlg_clearhistorybutton");
@@ -378,8 +381,11 @@ void tst_OperatorPage::thePageComesBackAfterItsWindow()
 {
     CNetInfoUIService *const service = start();
     show();
+    const QPointer<QStyle> style = page()->style();
+    QVERIFY(style);
     m_window.reset(new QWidget);
     QVERIFY(!widget("NetInfoSettingDlg_MainWidget"));
+    QVERIFY(!style); // the page's own
     QVERIFY(service->Init());
     show();
     QCOMPARE(checkedRadios(), QStringList("monthly"));
@@ -405,9 +411,11 @@ void tst_OperatorPage::thePageSurvivesTheNormalPage()
     show();
     service->Notify(320, 0, 0);
     QVERIFY(widget("NetInfoUIPlugin_WidgetVolumeLimit"));
-    QCOMPARE(
-        int(m_window->findChildren<SkProgressBar *>("NetInfoUIPlugin_ProgressDatavolume").size()),
-        1);
+    service->addDataVolumeWidget(); // is there
+    for (const char *name : { "NetInfoUIPlugin_LabelDataVolume", "NetInfoUIPlugin_LabelTimeVolume",
+                              "NetInfoUIPlugin_ProgressDatavolume" })
+        QCOMPARE(int(m_window->findChildren<QWidget *>(QLatin1String(name)).size()), 1);
+    QVERIFY(content()->isAncestorOf(widget("NetInfoUIPlugin_ProgressDatavolume")));
 }
 
 QTEST_MAIN(tst_OperatorPage)
