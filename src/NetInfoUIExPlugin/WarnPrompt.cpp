@@ -133,6 +133,7 @@ bool WarnPrompt::createControls()
     if (!require(m_okButton, MissingOkButton))
         return false;
     setUpButton(m_okButton, tr(QLatin1String("IDS_BOX_WARNIDOK")));
+    m_okButton->setDefault(true); // no button takes the focus, so Enter needs one
     return true;
 }
 
@@ -163,6 +164,8 @@ void WarnPrompt::ShowWarnDlg(QWidget *parent, QString text)
         return;
     if (m_label)
         m_label->setText(text);
+    if (m_okButton) // the language may have changed
+        m_okButton->setText(tr(QLatin1String("IDS_BOX_WARNIDOK")));
     NETINFO_TRACE("%s : %s : %s : Entered", kSource);
     showDisconnectButton();
     CommonUtils::MoveRelatedCentre(m_dialog);

@@ -48,6 +48,8 @@ private slots:
     void theTraceOfAWarning();
     void theCheckBoxIsNeverVisible();
     void okCloses();
+    void enterAndEscapeClose_data();
+    void enterAndEscapeClose();
     void closingNeedsNoDialog();
     void disconnectAsksTheHost();
     void disconnectClosesWithoutTheService_data();
@@ -292,6 +294,24 @@ void tst_WarnPrompt::okCloses()
     QVERIFY(service.messages.isEmpty());
 }
 
+void tst_WarnPrompt::enterAndEscapeClose_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("Escape") << int(Qt::Key_Escape);
+}
+
+void tst_WarnPrompt::enterAndEscapeClose()
+{
+    QFETCH(int, key);
+    fakeSdk().connections = 1;
+    WarnPrompt prompt;
+    prompt.ShowWarnDlg(m_window.data(), QStringLiteral("Used"));
+    QTest::keyClick(dialog(), Qt::Key(key));
+    QVERIFY(!dialog()->isVisible());
+    QCOMPARE(fakeHost().askedPlugins.size(), 0); // nothing was disconnected
+}
+
 void tst_WarnPrompt::closingNeedsNoDialog()
 {
     WarnPrompt prompt;
@@ -407,6 +427,7 @@ void tst_WarnPrompt::aLaterWarningIsInTheLanguageOfTheDay()
     prompt.ShowWarnDlg(m_window.data(), QStringLiteral("Verbraucht"));
     QCOMPARE(dialog()->windowTitle(), QStringLiteral("IDS_BOX_WARNTITLE.de"));
     QVERIFY(button("IDS_DISCONNECT_BUTTON.de"));
+    QVERIFY(button("IDS_BOX_WARNIDOK.de"));
     QCOMPARE(label()->text(), QStringLiteral("Verbraucht")); // the caller's, not translated again
     QCOMPARE(prompt.tr(QStringLiteral("IDS_YES")), QStringLiteral("IDS_YES.de"));
 }
