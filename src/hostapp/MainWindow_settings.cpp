@@ -32,11 +32,10 @@ void MainWindow::enableSettings()
 
 void MainWindow::openSettings()
 {
-    enableSettings(); // a name may have gone since the last look
-    const SettingModules modules = namedModules(m_settingModules);
-    if (modules.isEmpty() || !m_settings->isEnabled())
+    enableSettings(); // a name may have gone since the last look; an unseen entry is never enabled
+    if (!m_settings->isEnabled())
         return;
-    m_settingsDialog = new SettingsDialog(modules, this);
+    m_settingsDialog = new SettingsDialog(namedModules(m_settingModules), this);
     connect(m_settingsDialog, &QDialog::finished, this, [this] {
         m_settingsDialog->deleteLater();
         m_settingsDialog = nullptr;

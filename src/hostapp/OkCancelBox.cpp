@@ -32,7 +32,6 @@ OkCancelBox::OkCancelBox(QWidget *parent)
     m_cancel->setObjectName(QStringLiteral("Host_SettingsCancel"));
     for (QPushButton *button : { m_ok, m_cancel })
         button->setAutoDefault(true); // outside a dialog it is off
-    m_ok->setDefault(true);
     retranslate();
 }
 
@@ -43,14 +42,8 @@ void OkCancelBox::retranslate()
     m_cancel->setText(hostText("HOST_CANCEL"));
 }
 
-// The base makes OK its focus proxy, and so a second tab stop, before the page.
-void OkCancelBox::changeEvent(QEvent *event)
-{
-    QDialogButtonBox::changeEvent(event);
-    setFocusProxy(nullptr);
-}
-
-// A page that comes into a window is put last in its focus chain.
+// A page that comes into a window is put last in its focus chain. The box's focus proxy, which the
+// base has made of OK, would stay a tab stop before it.
 void OkCancelBox::followInTabOrder(QWidget *page)
 {
     setFocusProxy(nullptr);

@@ -81,9 +81,6 @@ void SettingsDialog::showPage()
     m_areas->updateGeometry(); // so that this page's size counts at once
     resize(fitted(size().expandedTo(sizeHint())));
     m_buttons->followInTabOrder(page);
-    QWidget *first = m_list->isHidden() ? firstTabStop(page) : m_list;
-    if (first)
-        first->setFocus();
 }
 
 void SettingsDialog::accept()

@@ -24,7 +24,6 @@ void SettingsPageArea::embed(const SettingModule &module)
     module.show(widget());
     if (QWidget *shown = page())
         widget()->layout()->addWidget(shown);
-    updateGeometry();
 }
 
 QWidget *SettingsPageArea::page() const

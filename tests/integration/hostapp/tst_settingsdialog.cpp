@@ -76,7 +76,7 @@ void tst_SettingsDialog::aPageIsFetchedWhenItIsChosen()
 
 void tst_SettingsDialog::thePageGrowsWithTheDialog()
 {
-    open();
+    open(2);
     const QSize before = child("Test_Settings")->size();
     m_dialog->resize(m_dialog->size() + QSize(70, 50));
     QTRY_COMPARE(child("Test_Settings")->size(), before + QSize(70, 50));

@@ -21,6 +21,7 @@ private slots:
     void theWindowGrowsToThePage();
     void thePageMayAskForMoreLater();
     void tabGoesFromThePageToTheButtons();
+    void theFocusGoesToThePage();
     void theButtonsHaveNames();
     void theButtonsFollowTheLanguage();
     void aPageThatDiesGivesTheViewBack();
@@ -33,6 +34,9 @@ private slots:
 void tst_StageSettings::thePageTakesTheStage()
 {
     QVERIFY(isStageFree());
+    const int height = m_window->stage()->height();
+    m_window->resize(m_window->size() + QSize(30, 20)); // the plug-in knows of the old size alone
+    QTRY_COMPARE(m_window->stage()->height(), height + 20);
     QTest::mouseClick(child("Test_SetLimit"), Qt::LeftButton);
     QTRY_VERIFY(isStageInUse());
     const auto *page = child("Test_Settings");
@@ -208,15 +212,31 @@ void tst_StageSettings::thePageMayAskForMoreLater()
 
 void tst_StageSettings::tabGoesFromThePageToTheButtons()
 {
+    m_window->setMessages({ "a message, with a button" });
     showOnStage();
     child("Test_First")->setFocus();
     QStringList walked;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 5; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         walked << QApplication::focusWidget()->objectName();
     }
     QCOMPARE(walked,
-             QStringList({ "Test_Last", "Host_SettingsOk", "Host_SettingsCancel", "Test_First" }));
+             QStringList({ "Test_Last", "Host_SettingsOk", "Host_SettingsCancel",
+                           "Host_MessageDismiss", "Test_First" }));
+}
+
+void tst_StageSettings::theFocusGoesToThePage()
+{
+    m_window->setMessages({ "a message, with a button" });
+    QRect area = m_window->stage()->rect();
+    for (const char *expected : { "Test_First", "Test_Last" }) {
+        child("Host_MessageDismiss")->setFocus();
+        controller()->ShowSettingDialog(m_window->stage(), area);
+        auto *field = child("Test_First");
+        field->setEnabled(field->objectName() == expected);
+        QTRY_COMPARE(QApplication::focusWidget(), child(expected));
+        m_window->stage()->cancelSettings();
+    }
 }
 
 void tst_StageSettings::theButtonsHaveNames()
