@@ -347,6 +347,26 @@
         <translation>إ&amp;نهاء</translation>
     </message>
     <message>
+        <source>HOST_SETTINGS</source>
+        <translation>الإ&amp;عدادات…</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_TITLE</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_PAGES</source>
+        <translation>صفحات الإعدادات</translation>
+    </message>
+    <message>
+        <source>HOST_OK</source>
+        <translation>م&amp;وافق</translation>
+    </message>
+    <message>
+        <source>HOST_CANCEL</source>
+        <translation>إلغ&amp;اء</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;قطع الاتصال</translation>
     </message>

@@ -347,6 +347,26 @@
         <translation>&amp;Beenden</translation>
     </message>
     <message>
+        <source>HOST_SETTINGS</source>
+        <translation>&amp;Einstellungen …</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_TITLE</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_PAGES</source>
+        <translation>Einstellungsseiten</translation>
+    </message>
+    <message>
+        <source>HOST_OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>HOST_CANCEL</source>
+        <translation>A&amp;bbrechen</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Trennen</translation>
     </message>

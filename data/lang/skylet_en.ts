@@ -347,6 +347,26 @@
         <translation>&amp;Quit</translation>
     </message>
     <message>
+        <source>HOST_SETTINGS</source>
+        <translation>&amp;Settings…</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_TITLE</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_PAGES</source>
+        <translation>Settings pages</translation>
+    </message>
+    <message>
+        <source>HOST_OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>HOST_CANCEL</source>
+        <translation>C&amp;ancel</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Disconnect</translation>
     </message>

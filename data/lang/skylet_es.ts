@@ -347,6 +347,26 @@
         <translation>&amp;Salir</translation>
     </message>
     <message>
+        <source>HOST_SETTINGS</source>
+        <translation>&amp;Configuración…</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_TITLE</source>
+        <translation>Configuración</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_PAGES</source>
+        <translation>Páginas de configuración</translation>
+    </message>
+    <message>
+        <source>HOST_OK</source>
+        <translation>Ace&amp;ptar</translation>
+    </message>
+    <message>
+        <source>HOST_CANCEL</source>
+        <translation>Ca&amp;ncelar</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Desconectar</translation>
     </message>

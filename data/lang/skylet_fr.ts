@@ -347,6 +347,26 @@
         <translation>&amp;Quitter</translation>
     </message>
     <message>
+        <source>HOST_SETTINGS</source>
+        <translation>&amp;Paramètres…</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_TITLE</source>
+        <translation>Paramètres</translation>
+    </message>
+    <message>
+        <source>HOST_SETTINGS_PAGES</source>
+        <translation>Pages de paramètres</translation>
+    </message>
+    <message>
+        <source>HOST_OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>HOST_CANCEL</source>
+        <translation>A&amp;nnuler</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>Se &amp;déconnecter</translation>
     </message>

@@ -3,7 +3,9 @@
 #include "DisconnectNotice.h"
 #include "HostTexts.h"
 #include "MessageBar.h"
+#include "OkCancelBox.h"
 #include "PluginStage.h"
+#include "SettingsDialog.h"
 #include "StatusLine.h"
 
 #include <QAction>
@@ -33,6 +35,7 @@ MainWindow::MainWindow(const QStringList &languages, QWidget *parent)
     setObjectName(QStringLiteral("Host_MainWindow"));
     createMenus(languages);
     createCentre();
+    createSettings();
     enableDisconnect();
     setStatusBar(m_status);
     resize(kFirstSize);
@@ -44,6 +47,10 @@ void MainWindow::createMenus(const QStringList &languages)
     m_fileMenu = menuBar()->addMenu(QString());
     m_disconnect = m_fileMenu->addAction(QString(), this, &MainWindow::disconnectChosen);
     m_disconnect->setObjectName(QStringLiteral("Host_Disconnect"));
+    m_settings = m_fileMenu->addAction(QString(), this, &MainWindow::openSettings);
+    m_settings->setObjectName(QStringLiteral("Host_SettingsEntry"));
+    m_settings->setShortcut(QKeySequence(int(Qt::CTRL) | int(Qt::Key_Comma)));
+    m_settings->setMenuRole(QAction::PreferencesRole);
     m_fileMenu->addSeparator();
     m_quit = m_fileMenu->addAction(QString(), this, &QWidget::close);
     m_quit->setShortcut(QKeySequence::Quit);
@@ -84,6 +91,8 @@ void MainWindow::createCentre()
     m_empty->setAlignment(Qt::AlignCenter);
     m_empty->setWordWrap(true);
     m_empty->hide();
+    m_settingsBox = new OkCancelBox(centre);
+    m_settingsBox->hide();
     for (const HostView view : kViews) {
         static_cast<void>(view);
         m_tabs->addTab(QString());
@@ -96,6 +105,7 @@ void MainWindow::createCentre()
     layout->addWidget(m_messages);
     layout->addWidget(m_stage, 1);
     layout->addWidget(m_empty, 1);
+    layout->addWidget(m_settingsBox);
     setCentralWidget(centre);
     connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) { setView(kViews[index]); });
 }
@@ -176,6 +186,7 @@ void MainWindow::retranslate(const QString &language)
     m_viewMenu->setTitle(hostText("HOST_MENU_VIEW"));
     m_languageMenu->setTitle(hostText("HOST_MENU_LANGUAGE"));
     m_disconnect->setText(hostText("HOST_DISCONNECT"));
+    m_settings->setText(hostText("HOST_SETTINGS"));
     m_quit->setText(hostText("HOST_QUIT"));
     for (const HostView view : kViews) {
         const QString text = hostText(kViewTexts[int(view)]);
@@ -188,6 +199,10 @@ void MainWindow::retranslate(const QString &language)
     m_tabs->setAccessibleName(hostText("HOST_VIEWS"));
     m_stage->setAccessibleName(hostText("HOST_PAGE"));
     m_empty->setText(hostText("HOST_NO_PLUGIN"));
+    m_settingsBox->retranslate();
+    if (m_settingsDialog)
+        m_settingsDialog->retranslate();
+    enableSettings();
     m_messages->retranslate();
     m_status->retranslate();
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "HostView.h"
+#include "SettingModule.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 
 #include <optional>
@@ -16,7 +18,9 @@ class QTabBar;
 QT_END_NAMESPACE
 
 class MessageBar;
+class OkCancelBox;
 class PluginStage;
+class SettingsDialog;
 class StatusLine;
 
 //! The program's window: menus, the choice of the view, messages, the plug-in's stage, status.
@@ -38,6 +42,8 @@ public:
     void showDisconnecting();
     //! Says what came of it, a VELQ_DISCONNECT_ value, until that is out of date.
     void showDisconnected(int result);
+    //! The plug-ins that may have something to set, now or later.
+    void setSettingModules(const SettingModules &modules);
     //! Says that the stage stays empty.
     void showEmptyStage();
     //! Fetches every text again; \a language is the one in force.
@@ -51,16 +57,22 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void createMenus(const QStringList &languages);
     void createCentre();
+    void createSettings();
     void enableDisconnect();
+    void enableSettings();
+    void openSettings();
+    void onSettingsPageChanged(QWidget *page);
 
     QMenu *m_fileMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
     QMenu *m_languageMenu = nullptr;
     QAction *m_disconnect = nullptr;
+    QAction *m_settings = nullptr;
     QAction *m_quit = nullptr;
     QActionGroup *m_views = nullptr;
     QActionGroup *m_languages = nullptr;
@@ -68,6 +80,9 @@ private:
     MessageBar *m_messages = nullptr;
     PluginStage *m_stage = nullptr;
     QLabel *m_empty = nullptr;
+    OkCancelBox *m_settingsBox = nullptr; //!< for the settings page on the stage
+    QPointer<SettingsDialog> m_settingsDialog;
+    SettingModules m_settingModules;
     StatusLine *m_status = nullptr;
     bool m_connected = false;
     bool m_disconnecting = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HostView.h"
+#include "SettingModule.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -27,12 +28,26 @@ public:
     [[nodiscard]] HostView view() const;
     //! Whether the plug-in has made a statistics page.
     [[nodiscard]] bool hasStatisticsPage() const;
+    //! The plug-in's settings page while the plug-in shows it here, in place of the view; else
+    //! null.
+    [[nodiscard]] QWidget *settingsPage() const;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 public slots:
     void languageChanged();
     void storedStatisticsChanged();
+    //! Saves the settings page. When that succeeds the view is back.
+    void saveSettings();
+    //! Throws the settings page's changes away. The view is back.
+    void cancelSettings();
+
+signals:
+    //! The settings page has come or, with null, gone.
+    void settingsPageChanged(QWidget *page);
 
 protected:
+    bool event(QEvent *event) override;
+    void childEvent(QChildEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -41,9 +56,14 @@ private:
     [[nodiscard]] bool isShowingStatistics() const;
     void notify(unsigned int message);
     void showPages();
+    [[nodiscard]] QWidget *findSettingsPage() const;
+    void lookForSettingsPage();
 
     QPointer<QObject> m_object; // the plug-in's own object; the two below are faces of it
     IUIPlugin *m_plugin = nullptr;
     INotify *m_notify = nullptr;
+    SettingModule m_settings;
+    QPointer<QWidget> m_settingsPage;
+    bool m_isShowingSettings = false; // the page may have died meanwhile
     HostView m_view = HostView::Statistics;
 };

@@ -150,7 +150,8 @@ void Session::createWindow()
     connect(m_feed.get(), &LiveFeed::sampled, this, &Session::onSample);
 }
 
-// A dialog that a plug-in opens as it starts is centred over the window, so that has to be in place.
+// A dialog that a plug-in opens as it starts is centred over the window, so that has to be in
+// place.
 void Session::placeWindow()
 {
     constexpr int patienceMs = 500; // a locked screen may not show it at all
@@ -161,26 +162,44 @@ void Session::placeWindow()
         QCoreApplication::processEvents(QEventLoop::AllEvents, patienceMs);
 }
 
-// The first page plug-in takes the stage; the others have no place in this window.
+static SettingModule settingModuleOf(QObject *plugin)
+{
+    QObject *controller = nullptr;
+    if (auto *page = qobject_cast<IUIPlugin *>(plugin))
+        page->QueryInterface(SettingModule::kControllerId, &controller);
+    return SettingModule(controller);
+}
+
+// The first page plug-in takes the stage; the others have no place in this window, but may have
+// one among the settings.
 void Session::startPlugins()
 {
-    PluginStage *stage = m_window->stage();
+    SettingModules modules;
     const auto plugins = m_container->plugins();
     for (QObject *plugin : plugins) {
-        if (!stage->isEmpty())
-            break;
-        if (!stage->enter(plugin))
-            m_container->addFailure(
-                { m_container->fileOf(plugin), hostText("HOST_PLUGIN_NOT_STARTED") });
-        else if (!stage->hasStatisticsPage())
-            m_container->addFailure(
-                { m_container->fileOf(plugin), hostText("HOST_PLUGIN_NO_STATISTICS") });
+        if (m_window->stage()->isEmpty() && !startPage(plugin))
+            continue;
+        modules.append(settingModuleOf(plugin));
     }
-    if (stage->isEmpty())
+    m_window->setSettingModules(modules);
+    if (m_window->stage()->isEmpty())
         m_window->showEmptyStage();
     showFailures();
     if (!m_feed->start())
         printError(QStringLiteral("The device SDK gives no live figures."));
+}
+
+bool Session::startPage(QObject *plugin)
+{
+    PluginStage *stage = m_window->stage();
+    const QString file = m_container->fileOf(plugin);
+    if (!stage->enter(plugin)) {
+        m_container->addFailure({ file, hostText("HOST_PLUGIN_NOT_STARTED") });
+        return false;
+    }
+    if (!stage->hasStatisticsPage())
+        m_container->addFailure({ file, hostText("HOST_PLUGIN_NO_STATISTICS") });
+    return true;
 }
 
 void Session::showFailures()

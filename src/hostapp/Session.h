@@ -47,6 +47,7 @@ private:
     void createWindow();
     void placeWindow();
     void startPlugins();
+    [[nodiscard]] bool startPage(QObject *plugin);
     void showFailures();
     void onLanguageChosen(const QString &code);
     void onLanguageChanged();

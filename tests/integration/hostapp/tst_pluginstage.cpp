@@ -1,31 +1,10 @@
 #include <PluginStage.h>
 
-#include <QPluginLoader>
 #include <QtTest>
 
 #include "LibraryFolder.h"
+#include "LoadedPlugin.h"
 #include "TestLog.h"
-
-namespace {
-
-QObject *load(const QString &file)
-{
-    QPluginLoader loader(file);
-    loader.setLoadHints(QLibrary::PreventUnloadHint);
-    QObject *plugin = loader.instance();
-    if (!plugin)
-        qFatal("%s", qPrintable(loader.errorString()));
-    return plugin;
-}
-
-QStringList takeCalls(QObject *plugin)
-{
-    const QStringList calls = plugin->property("calls").toStringList();
-    plugin->setProperty("calls", QStringList());
-    return calls;
-}
-
-} // namespace
 
 class tst_PluginStage : public QObject
 {
@@ -78,7 +57,7 @@ QWidget *tst_PluginStage::page(const char *name) const
 
 void tst_PluginStage::statisticsComesAfterTheFirstShow()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     QVERIFY(m_stage->isEmpty());
     QVERIFY(m_stage->enter(plugin));
     QVERIFY(!m_stage->isEmpty());
@@ -92,7 +71,7 @@ void tst_PluginStage::statisticsComesAfterTheFirstShow()
 
 void tst_PluginStage::usageIsWhatThePluginShows()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     m_stage->setView(HostView::Usage);
     QVERIFY(m_stage->enter(plugin));
     QCOMPARE(takeCalls(plugin),
@@ -103,7 +82,7 @@ void tst_PluginStage::usageIsWhatThePluginShows()
 
 void tst_PluginStage::theViewsSwitch()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     QVERIFY(m_stage->enter(plugin));
     m_stage->setView(HostView::Usage);
     QVERIFY(page("NetInfoUIPlugin_WidgetParent")->isHidden());
@@ -118,7 +97,7 @@ void tst_PluginStage::theViewsSwitch()
 
 void tst_PluginStage::resizingStatisticsFits()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     QVERIFY(m_stage->enter(plugin));
     m_stage->show();
     takeCalls(plugin);
@@ -132,7 +111,7 @@ void tst_PluginStage::resizingStatisticsFits()
 
 void tst_PluginStage::resizingUsageKeepsThePage()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     m_stage->setView(HostView::Usage);
     QVERIFY(m_stage->enter(plugin));
     m_stage->show();
@@ -150,7 +129,7 @@ void tst_PluginStage::resizingUsageKeepsThePage()
 
 void tst_PluginStage::enteringUsageTakesThePresentSize()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     QVERIFY(m_stage->enter(plugin));
     m_stage->show();
     m_stage->resize(500, 350);
@@ -162,7 +141,7 @@ void tst_PluginStage::enteringUsageTakesThePresentSize()
 
 void tst_PluginStage::aResizeWithoutAUsagePageIsSurvived()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     m_stage->setView(HostView::Usage);
     QVERIFY(m_stage->enter(plugin));
     m_stage->show();
@@ -174,7 +153,7 @@ void tst_PluginStage::aResizeWithoutAUsagePageIsSurvived()
 
 void tst_PluginStage::notificationsArrive()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     m_stage->languageChanged(); // nobody there yet
     QVERIFY(m_stage->enter(plugin));
     takeCalls(plugin);
@@ -185,7 +164,7 @@ void tst_PluginStage::notificationsArrive()
 
 void tst_PluginStage::aRefusingPluginStaysOut()
 {
-    QObject *plugin = load(m_folder->addModule("one", "refusing"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "refusing"));
     QVERIFY(!m_stage->enter(plugin));
     QVERIFY(m_stage->isEmpty());
     QCOMPARE(takeCalls(plugin), QStringList({ "QueryInterface 4098", "Init" }));
@@ -195,14 +174,14 @@ void tst_PluginStage::aRefusingPluginStaysOut()
 
 void tst_PluginStage::aForeignObjectStaysOut()
 {
-    QVERIFY(!m_stage->enter(load(m_folder->addModule("one", "foreign"))));
+    QVERIFY(!m_stage->enter(loadPlugin(m_folder->addModule("one", "foreign"))));
     QVERIFY(!m_stage->enter(nullptr));
     QVERIFY(m_stage->isEmpty());
 }
 
 void tst_PluginStage::aPluginWithoutStatisticsShowsItsOwnPage()
 {
-    QObject *plugin = load(m_folder->addModule("one", "pageless"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "pageless"));
     QVERIFY(m_stage->enter(plugin));
     QVERIFY(!m_stage->hasStatisticsPage());
     QCOMPARE(takeCalls(plugin),
@@ -212,7 +191,7 @@ void tst_PluginStage::aPluginWithoutStatisticsShowsItsOwnPage()
 
 void tst_PluginStage::afterLeavingNothingIsCalled()
 {
-    QObject *plugin = load(m_folder->addModule("one", "good"));
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
     QVERIFY(m_stage->enter(plugin));
     m_stage->show();
     m_stage->leave();

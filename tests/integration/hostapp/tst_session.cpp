@@ -8,7 +8,9 @@
 #include <host/Startup.h>
 
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSemaphore>
@@ -80,6 +82,7 @@ private slots:
     void aMessageEndsTheConnection();
     void theMenuEndsTheConnection();
     void aLanguageTurnsTheWindowAndReachesThePlugin();
+    void everyStartedPluginMayHaveSettings();
     void closingRemembersTheView();
     void thePluginEndsBeforeItsWidgets();
 
@@ -117,7 +120,9 @@ private:
 
 void tst_Session::initTestCase()
 {
+    m_library.addModule("first", "refusing");
     m_library.addModule("page", "good");
+    m_library.addModule("settings", "second");
     m_library.addFile("broken", "text.so", "text");
     HostPaths::setLibraryPath(m_library.path());
     Options options;
@@ -300,6 +305,27 @@ void tst_Session::aLanguageTurnsTheWindowAndReachesThePlugin()
     chooseLanguage("de");
     QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
     QCOMPARE(HostSettings(m_data.path() + '/').language(), QString("de"));
+}
+
+void tst_Session::everyStartedPluginMayHaveSettings()
+{
+    auto *entry = window()->findChild<QAction *>("Host_SettingsEntry");
+    QVERIFY(!entry->isVisible()); // none has a name
+    for (const char *id : { "TEST-REFUSING", "TEST-PAGE", "TEST-SECOND" }) {
+        QObject *plugin = Startup::GetPluginContainer()->GetPlugin(id, 4098);
+        QVERIFY2(plugin, id);
+        plugin->setProperty("moduleName", id);
+    }
+    chooseLanguage("fr");
+    QVERIFY(entry->isVisible());
+    entry->trigger();
+    const auto *list = window()->findChild<QListWidget *>("Host_SettingsPages");
+    QVERIFY(list);
+    QCOMPARE(list->count(), 2);
+    QCOMPARE(list->item(0)->text(), QString("TEST-PAGE"));
+    QCOMPARE(list->item(1)->text(), QString("TEST-SECOND"));
+    window()->findChild<QDialog *>("Host_Settings")->reject();
+    chooseLanguage("de");
 }
 
 void tst_Session::closingRemembersTheView()

@@ -184,21 +184,25 @@ void tst_Translations::mnemonicsDoNotCollide_data()
     languageRows();
 }
 
-// What is reached with Alt in the main window.
+// What is reached with Alt in the main window, and with a letter in the open file menu.
 void tst_Translations::mnemonicsDoNotCollide()
 {
     QFETCH(QString, language);
     const Catalogue catalogue = readCatalogue(pathOf(language));
-    QMap<QChar, QString> owners;
-    for (const char *key : { "HOST_MENU_FILE", "HOST_MENU_VIEW", "HOST_MENU_LANGUAGE",
-                             "HOST_VIEW_USAGE", "HOST_VIEW_STATISTICS", "HOST_DISMISS" }) {
-        const QString text = catalogue.texts.value(QLatin1String("skylet/") + key);
-        const auto at = text.indexOf('&');
-        QVERIFY2(at >= 0 && at + 1 < text.size(), key);
-        const QChar letter = text.at(at + 1).toLower();
-        QVERIFY2(!owners.contains(letter),
-                 qPrintable(QString(key) + " and " + owners.value(letter)));
-        owners.insert(letter, key);
+    const QStringList window { "HOST_MENU_FILE",       "HOST_MENU_VIEW", "HOST_MENU_LANGUAGE",
+                               "HOST_VIEW_USAGE",      "HOST_OK",        "HOST_CANCEL",
+                               "HOST_VIEW_STATISTICS", "HOST_DISMISS" };
+    const QStringList fileMenu { "HOST_DISCONNECT", "HOST_SETTINGS", "HOST_QUIT" };
+    for (const QStringList &keys : { window, fileMenu }) {
+        QMap<QChar, QString> owners;
+        for (const QString &key : keys) {
+            const QString text = catalogue.texts.value(QLatin1String("skylet/") + key);
+            const auto at = text.indexOf('&');
+            QVERIFY2(at >= 0 && at + 1 < text.size(), qPrintable(key));
+            const QChar letter = text.at(at + 1).toLower();
+            QVERIFY2(!owners.contains(letter), qPrintable(key + " and " + owners.value(letter)));
+            owners.insert(letter, key);
+        }
     }
 }
 

@@ -3,6 +3,10 @@
 #include <QStringList>
 #include <QVariant>
 
+#ifndef PAGE_PLUGIN_CLSID
+#define PAGE_PLUGIN_CLSID "TEST-PAGE"
+#endif
+
 static QString sizeText(const QRect &rect)
 {
     return QStringLiteral("%1x%2").arg(rect.width()).arg(rect.height());
@@ -26,6 +30,7 @@ void PagePlugin::OnDestroy()
                                                       : QStringLiteral("OnDestroy"));
     delete m_normalPage;
     delete m_operatorPage;
+    delete m_settingsPage;
 }
 
 bool PagePlugin::Init()
@@ -45,7 +50,7 @@ int PagePlugin::GetPluginType()
 
 QString PagePlugin::GetCLSID()
 {
-    return QStringLiteral("TEST-PAGE");
+    return QStringLiteral(PAGE_PLUGIN_CLSID);
 }
 
 int PagePlugin::GetVersion()
@@ -79,14 +84,14 @@ bool PagePlugin::ShowWindow(QWidget *parent, QRect &rect)
         m_operatorPage = new QWidget;
         m_operatorPage->setObjectName(QStringLiteral("NetInfoSettingDlg_MainWidget"));
     }
+    m_hostParent = parent;
+    m_hostArea = rect;
     m_operatorPage->setParent(parent);
     m_operatorPage->setGeometry(rect);
     m_operatorPage->show();
 #ifndef PAGE_PLUGIN_WITHOUT_STATISTICS
-    if (!m_normalPage) {
-        m_normalPage = new QWidget;
-        m_normalPage->setObjectName(QStringLiteral("NetInfoUIPlugin_WidgetParent"));
-    }
+    if (!m_normalPage)
+        createNormalPage();
     m_normalPage->setParent(parent);
     m_normalPage->setGeometry(rect);
     m_normalPage->hide();
