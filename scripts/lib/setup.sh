@@ -23,7 +23,12 @@ test|tzdata|time zones
 test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library
 services|network-manager|NetworkManager, which the tests run in namespaces of their own
-services|dbus|dbus-daemon, a bus for it
+services|dbus|dbus-daemon, buses for it and for the accessibility test
+services|xvfb|Xvfb, a display for the accessibility test
+services|xdotool|xdotool, which presses keys there
+services|at-spi2-core|the accessibility bus
+services|python3-gi|Python, which reads the accessible tree
+services|gir1.2-atspi-2.0|what it reads the tree with
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
 qt5|qttools5-dev|Qt 5 LinguistTools and lrelease
 fuzz|clang|Clang

@@ -207,8 +207,10 @@ void CNetInfoUIService::changeLanguage()
         m_page->settings->SetLanguage();
     m_tree->firstColumnWidth = NetInfoRules::kFirstColumnWidth;
     enableScroll();
-    if (m_tree->tree)
+    if (m_tree->tree) {
+        m_tree->tree->setAccessibleName(GetWindowTitle());
         applyColumnWidth();
+    }
     if (m_page->graph)
         m_page->graph->update();
     if (m_page->content)

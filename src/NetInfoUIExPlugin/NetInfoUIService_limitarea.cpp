@@ -124,6 +124,8 @@ void CNetInfoUIService::updateDataVolumeStrings()
         return;
     m_limits->dataCaption->setText(tr(QLatin1String("IDS_STA_TOTALVOLUME")));
     m_limits->timeCaption->setText(tr(QLatin1String("IDC_STA_TIMEVOLUME")));
+    if (m_limits->timeMeter)
+        m_limits->timeMeter->setAccessibleName(m_limits->timeCaption->text());
     m_limits->tip->setText(tr(QLatin1String("IDC_VOLUMENOTES")));
     m_limits->reset->setText(tr(QLatin1String("IDS_BTN_RESET")));
     m_limits->setLimit->setText(tr(QLatin1String("IDC_BTN_SETLIMIT")));

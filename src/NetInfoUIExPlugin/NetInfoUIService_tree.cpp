@@ -112,6 +112,7 @@ void CNetInfoUIService::setUpTree(QItemDelegate *delegate)
     QTreeWidget *const tree = m_tree->tree;
     connect(tree, SIGNAL(destroyed()), this, SLOT(forgetTree()));
     tree->setObjectName(QLatin1String("NetInfoUIPlugin_WidgetTree"));
+    tree->setAccessibleName(GetWindowTitle());
     tree->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(tree, SIGNAL(customContextMenuRequested(const QPoint &)), this,
             SLOT(showTreeContextMenu(const QPoint &)));

@@ -291,8 +291,11 @@ void tst_LimitArea::settingALimitOpensTheSettings()
 void tst_LimitArea::aNewLanguageReachesTheArea()
 {
     CNetInfoUIService *const service = start();
+    const QWidget *const timeMeter = widget("NetInfoUIPlugin_ProgressVolume");
+    QCOMPARE(timeMeter->accessibleName(), QStringLiteral("IDC_STA_TIMEVOLUME"));
     fakeHost().language = QStringLiteral(".de");
     service->Notify(320, 0, 0);
+    QCOMPARE(timeMeter->accessibleName(), QStringLiteral("IDC_STA_TIMEVOLUME.de"));
     QCOMPARE(labelText(kDataCaption), QStringLiteral("IDS_STA_TOTALVOLUME.de"));
     QCOMPARE(labelText(kTimeCaption), QStringLiteral("IDC_STA_TIMEVOLUME.de"));
     QCOMPARE(labelText("NetInfoSettingDlg_TipLabel"), QStringLiteral("IDC_VOLUMENOTES.de"));

@@ -225,8 +225,10 @@ void tst_NetInfoUIService::theLanguageReachesEveryText()
     fakeHost().availablePlugins << QStringLiteral("D0B83E56-19F2-4C6A-B7E4-05A9C31D8F62");
     CNetInfoUIService *const service = start();
     show();
+    QCOMPARE(tree()->accessibleName(), QStringLiteral("IDS_SETTING_NAME"));
     fakeHost().language = QStringLiteral(".de");
     QCOMPARE(service->Notify(320, 0, 0), 0);
+    QCOMPARE(tree()->accessibleName(), QStringLiteral("IDS_SETTING_NAME.de"));
     for (const QString &text : rows())
         QVERIFY2(text.contains(QLatin1String(".de")), qPrintable(text));
     QVERIFY(row(QStringLiteral("IDS_TREE_TRANSFER.de IDS_DIALUP_TRANSFER.de")));
