@@ -42,8 +42,15 @@ void OkCancelBox::retranslate()
     m_cancel->setText(hostText("HOST_CANCEL"));
 }
 
-// A page that comes into a window is put last in its focus chain. The box's focus proxy, which the
-// base has made of OK, would stay a tab stop before it.
+// The base makes OK its focus proxy whenever it lays the buttons out, as with a new style, and is
+// then a tab stop of its own, before the page.
+void OkCancelBox::changeEvent(QEvent *event)
+{
+    QDialogButtonBox::changeEvent(event);
+    setFocusProxy(nullptr);
+}
+
+// A page that comes into a window is put last in its focus chain.
 void OkCancelBox::followInTabOrder(QWidget *page)
 {
     setFocusProxy(nullptr);

@@ -13,6 +13,9 @@ public:
     //! Has Tab go from the last control of \a page to OK, then to Cancel.
     void followInTabOrder(QWidget *page);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QPushButton *m_ok;
     QPushButton *m_cancel;

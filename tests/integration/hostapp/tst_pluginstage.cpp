@@ -1,5 +1,7 @@
 #include <PluginStage.h>
 
+#include <host/ISettingUIPlugin.h>
+
 #include <QtTest>
 
 #include "LibraryFolder.h"
@@ -23,6 +25,7 @@ private slots:
     void aRefusingPluginStaysOut();
     void aForeignObjectStaysOut();
     void aPluginWithoutStatisticsShowsItsOwnPage();
+    void aSettingsPageFillsTheStage();
     void afterLeavingNothingIsCalled();
 
 private:
@@ -187,6 +190,16 @@ void tst_PluginStage::aPluginWithoutStatisticsShowsItsOwnPage()
     QCOMPARE(takeCalls(plugin),
              QStringList({ "QueryInterface 4098", "Init", "ShowWindow 400x300" }));
     QVERIFY(!page("NetInfoSettingDlg_MainWidget")->isHidden());
+}
+
+void tst_PluginStage::aSettingsPageFillsTheStage()
+{
+    QObject *plugin = loadPlugin(m_folder->addModule("one", "good"));
+    QVERIFY(m_stage->enter(plugin));
+    QRect area(10, 10, 50, 50);
+    qobject_cast<ISettingUIPlugin *>(plugin)->ShowSettingDialog(m_stage.data(), area);
+    QTRY_VERIFY(m_stage->settingsPage());
+    QCOMPARE(m_stage->settingsPage()->geometry(), m_stage->rect());
 }
 
 void tst_PluginStage::afterLeavingNothingIsCalled()
