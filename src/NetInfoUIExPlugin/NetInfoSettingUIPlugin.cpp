@@ -30,6 +30,12 @@ void setTextAndTip(Widget *widget, const QString &text)
     widget->setToolTip(text);
 }
 
+void nameAs(QWidget *widget, const QString &name)
+{
+    if (widget)
+        widget->setAccessibleName(name);
+}
+
 } // namespace
 
 NetInfoSettingUIPlugin *NetInfoSettingUIPlugin::m_pInstance = nullptr;
@@ -136,25 +142,28 @@ void NetInfoSettingUIPlugin::setLanguageSetPeriod()
 void NetInfoSettingUIPlugin::nameControls()
 {
     const Controls &all = *m_controls;
-    all.date->setAccessibleName(all.dateLabel->text());
-    all.isRecurring->setAccessibleName(all.isRecurringLabel->text());
+    nameAs(all.date.data(), tr(QLatin1String("IDS_STA_STARTDATE")));
+    nameAs(all.isRecurring.data(), tr(QLatin1String("IDS_CHK_SET")));
     for (int i = 0; i < 3; ++i)
-        all.radios[i]->setAccessibleName(all.radioLabels[i]->text());
-    all.weekday->setAccessibleName(all.radioLabels[Weekly]->text());
-    all.day->setAccessibleName(all.radioLabels[Monthly]->text());
-    for (const LimitRow *row : { &all.data, &all.time }) {
-        if (row->size)
-            row->size->setAccessibleName(row->checkBox->text() + QLatin1Char(' ')
-                                         + row->unit->text());
-    }
+        nameAs(all.radios[i].data(), tr(QLatin1String(kRadioKeys[i])));
+    nameAs(all.weekday.data(), tr(QLatin1String(kRadioKeys[Weekly])));
+    nameAs(all.day.data(), tr(QLatin1String(kRadioKeys[Monthly])));
+    for (const LimitRow *row : { &all.data, &all.time })
+        nameAs(row->size.data(),
+               tr(QLatin1String(row->checkBoxText)) + QLatin1Char(' ')
+                   + tr(QLatin1String(row->unitText)));
+}
+
+bool NetInfoSettingUIPlugin::hasRecurrence() const
+{
+    const Controls &all = *m_controls;
+    return all.radios[Daily] && all.radios[Weekly] && all.radios[Monthly] && all.weekday && all.day;
 }
 
 void NetInfoSettingUIPlugin::onSetRecurrenceSelect(bool isChecked)
 {
     const Controls &all = *m_controls;
-    NETINFO_REQUIRE_CONTROL(all.date && all.isRecurring && all.weekday && all.day, return );
-    NETINFO_REQUIRE_CONTROL(all.radios[Daily] && all.radios[Weekly] && all.radios[Monthly],
-                            return );
+    NETINFO_REQUIRE_CONTROL(all.date && all.isRecurring && hasRecurrence(), return );
     all.date->setEnabled(!isChecked);
     for (const auto &radio : all.radios)
         radio->setEnabled(isChecked);
@@ -174,9 +183,6 @@ void NetInfoSettingUIPlugin::onSetRecurrenceSelect(bool isChecked)
 void NetInfoSettingUIPlugin::selectRecurrence(int recurrence)
 {
     const Controls &all = *m_controls;
-    NETINFO_REQUIRE_CONTROL(all.weekday && all.day, return );
-    NETINFO_REQUIRE_CONTROL(all.radios[Daily] && all.radios[Weekly] && all.radios[Monthly],
-                            return );
     all.radios[recurrence]->setChecked(true);
     for (const auto &radio : all.radios)
         radio->setEnabled(true);
@@ -186,18 +192,21 @@ void NetInfoSettingUIPlugin::selectRecurrence(int recurrence)
 
 void NetInfoSettingUIPlugin::onDailyRadioBtnSelect(bool isSelected)
 {
+    NETINFO_REQUIRE_CONTROL(hasRecurrence(), return );
     if (isSelected)
         selectRecurrence(Daily);
 }
 
 void NetInfoSettingUIPlugin::onWeeklyRadioBtnSelect(bool isSelected)
 {
+    NETINFO_REQUIRE_CONTROL(hasRecurrence(), return );
     if (isSelected)
         selectRecurrence(Weekly);
 }
 
 void NetInfoSettingUIPlugin::onMonthlyRadioBtnSelect(bool isSelected)
 {
+    NETINFO_REQUIRE_CONTROL(hasRecurrence(), return );
     if (isSelected)
         selectRecurrence(Monthly);
 }
@@ -217,27 +226,30 @@ void NetInfoSettingUIPlugin::onDateChangeEvent(QDate date)
     m_controls->pendingDate = NetInfoRules::settingDate(date);
 }
 
-void NetInfoSettingUIPlugin::selectVolume(const LimitRow &row, const LimitRow &other,
+//! False when a control is missing, as in a page with one row, whose size still follows its switch.
+bool NetInfoSettingUIPlugin::selectVolume(const LimitRow &row, const LimitRow &other,
                                           bool isChecked)
 {
     const Controls &all = *m_controls;
-    NETINFO_REQUIRE_CONTROL(row.size, return );
-    row.size->setEnabled(isChecked);
-    NETINFO_REQUIRE_CONTROL(other.checkBox && all.warnBefore && all.warnExceed, return );
-    if (isChecked || other.checkBox->isChecked())
-        return;
-    all.warnBefore->setChecked(false); // no limit, no warnings
-    all.warnExceed->setChecked(false);
+    if (row.size)
+        row.size->setEnabled(isChecked);
+    if (!row.size || !other.checkBox || !all.warnBefore || !all.warnExceed)
+        return false;
+    if (!isChecked && !other.checkBox->isChecked()) {
+        all.warnBefore->setChecked(false); // no limit, no warnings
+        all.warnExceed->setChecked(false);
+    }
+    return true;
 }
 
 void NetInfoSettingUIPlugin::onDataVolumeSelect(bool isChecked)
 {
-    selectVolume(m_controls->data, m_controls->time, isChecked);
+    NETINFO_REQUIRE_CONTROL(selectVolume(m_controls->data, m_controls->time, isChecked), return );
 }
 
 void NetInfoSettingUIPlugin::onTimeVolumeSelect(bool isChecked)
 {
-    selectVolume(m_controls->time, m_controls->data, isChecked);
+    NETINFO_REQUIRE_CONTROL(selectVolume(m_controls->time, m_controls->data, isChecked), return );
 }
 
 void NetInfoSettingUIPlugin::onWarnBeforeSelect(bool isChecked)

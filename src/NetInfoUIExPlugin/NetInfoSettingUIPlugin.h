@@ -104,8 +104,9 @@ private:
     void savePeriod();
     [[nodiscard]] QString sizeText(const LimitRow &row) const;
     [[nodiscard]] bool saveLimitRow(const LimitRow &row);
+    [[nodiscard]] bool hasRecurrence() const;
     void selectRecurrence(int recurrence);
-    void selectVolume(const LimitRow &row, const LimitRow &other, bool isChecked);
+    [[nodiscard]] bool selectVolume(const LimitRow &row, const LimitRow &other, bool isChecked);
 
     std::unique_ptr<Controls> m_controls;
     NetInfoSettingUILogic *m_store = nullptr; // a singleton, not owned; null until first needed

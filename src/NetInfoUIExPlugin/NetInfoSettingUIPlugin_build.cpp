@@ -33,8 +33,8 @@ void NetInfoSettingUIPlugin::InitNetInfoSetting()
     assemblePeriod();
     initSetLimit();
     initWarnings();
-    assemblePage();
     SetLanguage();
+    assemblePage();
     orderTabs();
     applySettings();
     connect(m_controls->date, SIGNAL(dateChanged(QDate)), this, SLOT(onDateChangeEvent(QDate)));
@@ -44,6 +44,9 @@ void NetInfoSettingUIPlugin::InitNetInfoSetting()
 void NetInfoSettingUIPlugin::createPage()
 {
     Controls &all = *m_controls;
+    all.pendingDate.clear(); // chosen on a page that died with its window
+    all.pendingWeekday.clear();
+    all.pendingDay.clear();
     QWidget *const page = new QWidget;
     all.page = page;
     page->setObjectName(QLatin1String("NetInfoSettingDlg_WidgetNetInfoSetting"));
@@ -51,7 +54,6 @@ void NetInfoSettingUIPlugin::createPage()
     all.recurrence = newGroup(all.period, "NetInfoSettingDlg_GroupBoxRecurrence", 115);
     all.recurrence->setFixedWidth(170);
     all.limit = newGroup(page, "NetInfoSettingDlg_groupBoxSetLimit", 65);
-    all.limit->setContentsMargins(0, 0, 0, 0);
     all.warnings = newGroup(page, "NetInfoSettingDlg_GroupBoxSetWarn", 80);
     all.dateWidget = new QWidget(all.period);
     all.dateWidget->setObjectName(QLatin1String("NetInfoSettingDlg_WidgetSetDate"));
@@ -206,6 +208,7 @@ void NetInfoSettingUIPlugin::assemblePage()
     layout->addWidget(all.limit);
     layout->addWidget(all.warnings);
     layout->addWidget(all.hint);
+    all.limit->setContentsMargins(0, 0, 0, 0); // after the title, which sets them too
 }
 
 void NetInfoSettingUIPlugin::orderTabs()

@@ -170,7 +170,8 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings()
 {
     NETINFO_TRACE_LINE("Start: %s: %s: %s %d", kSource);
     const Controls &all = *m_controls;
-    NETINFO_REQUIRE_CONTROL(store() && all.warnBefore && all.warnExceed, return false);
+    NetInfoSettingUILogic *const settings = store(); // outlives a page that a receiver destroys
+    NETINFO_REQUIRE_CONTROL(settings && all.warnBefore && all.warnExceed, return false);
     savePeriod();
     if (!saveLimit())
         return false;
@@ -178,7 +179,7 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings()
     // As typed, also of a limit that is off; the receivers read the switches from the store.
     emit netInfoSettingsChanged(sizeText(all.data).toInt(), sizeText(all.time).toInt(),
                                 all.warnBefore->isChecked(), all.warnExceed->isChecked());
-    const bool saved = m_store->saveUseLimitSetting();
+    const bool saved = settings->saveUseLimitSetting();
     NETINFO_TRACE_LINE("End  : %s: %s: %s %d", kSource);
     return saved;
 }
