@@ -30,6 +30,7 @@ const QString SettingPageTest::kPageSource
 void SettingPageTest::init()
 {
     PluginTest::init();
+    m_heard.clear();
     m_user.reset(new QTemporaryDir);
     fakeHost().userDataDirectory = m_user->path() + QLatin1Char('/');
     set(VLS_START_DATE, { QStringLiteral("21-11-2026") });
@@ -48,6 +49,25 @@ void SettingPageTest::openAgain(QWidget *parent)
     QRect rect(10, 20, 420, 360);
     CNetInfoUIService::instance()->ShowSettingDialog(parent ? parent : m_window.data(), rect);
     m_log->takeLines();
+}
+
+bool SettingPageTest::ok()
+{
+    return CNetInfoUIService::instance()->OnClickSettingOkButton();
+}
+
+void SettingPageTest::cancel()
+{
+    if (!CNetInfoUIService::instance()->OnClickSettingCancelButton())
+        qFatal("Cancel failed");
+}
+
+void SettingPageTest::listen()
+{
+    connect(NetInfoSettingUIPlugin::GetInstance(), &NetInfoSettingUIPlugin::netInfoSettingsChanged,
+            this, [this](int data, int time, bool before, bool exceeds) {
+                m_heard << HeardSignal { { data, time, before, exceeds }, file() };
+            });
 }
 
 QWidget *SettingPageTest::page()

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QTemporaryDir>
+#include <QVariantList>
 
 #include "NetInfoSettingUILogic.h"
 #include "NetInfoSettingUIPlugin.h"
@@ -17,6 +18,13 @@ class QRadioButton;
 QT_END_NAMESPACE
 
 class DateEdit;
+
+//! What the page's signal carried, and the user's file at that moment.
+struct HeardSignal
+{
+    QVariantList arguments;
+    QByteArray file;
+};
 
 class SettingPageTest : public PluginTest
 {
@@ -42,6 +50,11 @@ protected:
     [[nodiscard]] static QComboBox *day();
     [[nodiscard]] static QCheckBox *check(const char *name);
     [[nodiscard]] static QLineEdit *size(const char *name);
+    //! OK and Cancel of the host's dialog.
+    [[nodiscard]] static bool ok();
+    static void cancel();
+    //! Notes the signals of this controller's page from now on.
+    void listen();
     //! Presses control \a name with the mouse where it has its mark.
     static void press(const char *name);
     //! The same of a control that is disabled.
@@ -61,6 +74,7 @@ protected:
     [[nodiscard]] QString userFile() const;
 
     QScopedPointer<QTemporaryDir> m_user;
+    QList<HeardSignal> m_heard;
 
     static const QString kOn;
     static const QString kOff;
