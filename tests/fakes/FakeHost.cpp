@@ -52,15 +52,17 @@ IPluginContainer *Startup::GetPluginContainer()
 QString Change::tr(const QString &context, const QString &key)
 {
     note(fakeHost().translationContexts, context);
-    return key + fakeHost().language;
+    return fakeHost().texts.value(key, key) + fakeHost().language;
 }
 
 int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget *parent, const QString &title,
                              const QString &text, const QString &button0, const QString &button1,
-                             const QString &button2, Qt::WindowFlags, QDialog **)
+                             const QString &button2, Qt::WindowFlags flags, QDialog **dialog)
 {
-    fakeHost().messages << FakeMessage { icon, parent, title, text,
-                                         QStringList() << button0 << button1 << button2 };
+    fakeHost().messages << FakeMessage {
+        icon,  parent,           title, text, QStringList() << button0 << button1 << button2,
+        flags, dialog != nullptr
+    };
     if (fakeHost().duringMessage)
         fakeHost().duringMessage();
     return fakeHost().messageAnswer;

@@ -1,6 +1,7 @@
 #pragma once
 // A host core library in memory: the frozen classes, with state that a test sets and reads.
 
+#include <QHash>
 #include <QList>
 #include <QMessageBox>
 #include <QObject>
@@ -17,6 +18,8 @@ struct FakeMessage
     QString title;
     QString text;
     QStringList buttons;
+    Qt::WindowFlags flags;
+    bool wantsDialog; //!< the caller asked for the box itself
 };
 
 struct FakeAskedPlugin
@@ -29,7 +32,8 @@ struct FakeHost
 {
     QString libraryPath; //!< GetPluginLibraryPath()
     QString userDataDirectory;
-    QString language; //!< appended to every translated key
+    QHash<QString, QString> texts; //!< by key; a key without one is its own text
+    QString language; //!< appended to every text
     bool hasContainer = true;
     QStringList availablePlugins;
     QPointer<QObject> plugin; //!< what every GetPlugin answers
