@@ -33,8 +33,8 @@ void NetInfoSettingUIPlugin::InitNetInfoSetting()
     assemblePeriod();
     initSetLimit();
     initWarnings();
-    SetLanguage();
     assemblePage();
+    SetLanguage();
     orderTabs();
     applySettings();
     connect(m_controls->date, SIGNAL(dateChanged(QDate)), this, SLOT(onDateChangeEvent(QDate)));
@@ -81,13 +81,13 @@ void NetInfoSettingUIPlugin::initRecurrence()
     all.isRecurring->setObjectName(QLatin1String("NetInfoSettingDlg_dateeditSetDate"));
     all.isRecurringLabel = new QLabel(group);
     all.recurrenceGrid->addWidget(all.isRecurring, 1, 1);
-    all.recurrenceGrid->addWidget(all.isRecurringLabel, 1, 2, 1, 2);
+    all.recurrenceGrid->addWidget(all.isRecurringLabel, 1, 2, 1, 4);
     for (int i = 0; i < 3; ++i) {
         all.radios[i] = new QRadioButton(group);
         all.radios[i]->setObjectName(QLatin1String(kRadioNames[i]));
         all.radioLabels[i] = new QLabel(group);
         all.recurrenceGrid->addWidget(all.radios[i], i + 2, 2);
-        all.recurrenceGrid->addWidget(all.radioLabels[i], i + 2, 3);
+        all.recurrenceGrid->addWidget(all.radioLabels[i], i + 2, 3, 1, i == 0 ? 3 : 1);
     }
     all.radioLabels[2]->setObjectName(QLatin1String("NetInfoSettingDlg_labelMonthly"));
     all.weekday = new QComboBox(group);
@@ -137,16 +137,40 @@ void NetInfoSettingUIPlugin::initSetLimit()
     Controls &all = *m_controls;
     NETINFO_REQUIRE_CONTROL(all.limit && !all.limitForm, return );
     all.limitForm = new QFormLayout(all.limit);
+    placeLimitForm();
+    all.limit->installEventFilter(this);
     all.limitForm->setObjectName(QLatin1String("NetInfoSettingDlg_FormLayoutSetLimit"));
     all.limitForm->setHorizontalSpacing(100);
     all.limitForm->setVerticalSpacing(0);
-    all.limitForm->setContentsMargins(9, 0, 9, 0);
     all.limitForm->setFormAlignment(Qt::AlignVCenter);
     NetInfoUILogic *const source = NetInfoUILogic::Instance();
     if (source && source->IsFunctionEnable(QLatin1String(all.data.feature)))
         initDataVolume();
     if (source && source->IsFunctionEnable(QLatin1String(all.time.feature)))
         initTimeVolume();
+}
+
+//! The limit group has no margins of its own; the form takes them over, to keep clear of the
+//! group's title and frame.
+void NetInfoSettingUIPlugin::placeLimitForm()
+{
+    const Controls &all = *m_controls;
+    if (!all.limit || !all.limitForm)
+        return;
+    const QMargins frame = all.limit->contentsMargins();
+    if (frame.isNull())
+        return;
+    all.limitForm->setContentsMargins(frame.left() + 9, frame.top(), frame.right() + 9,
+                                      frame.bottom());
+    all.limit->setContentsMargins(0, 0, 0, 0);
+}
+
+//! The limit group's title, font and style set its margins again.
+bool NetInfoSettingUIPlugin::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ContentsRectChange)
+        placeLimitForm();
+    return QObject::eventFilter(watched, event);
 }
 
 void NetInfoSettingUIPlugin::initDataVolume()
@@ -175,6 +199,7 @@ void NetInfoSettingUIPlugin::createLimitRow(LimitRow &row)
     QtCompat::setPattern(row.size, QLatin1String("[1-9][0-9]*$"));
     row.unit = new QLabel(group);
     row.unit->setMinimumWidth(60);
+    row.unit->setIndent(4);
     QHBoxLayout *const layout = new QHBoxLayout;
     layout->setObjectName(QLatin1String(row.layoutName));
     layout->setSpacing(0);
@@ -208,7 +233,6 @@ void NetInfoSettingUIPlugin::assemblePage()
     layout->addWidget(all.limit);
     layout->addWidget(all.warnings);
     layout->addWidget(all.hint);
-    all.limit->setContentsMargins(0, 0, 0, 0); // after the title, which sets them too
 }
 
 void NetInfoSettingUIPlugin::orderTabs()
