@@ -21,6 +21,14 @@ constexpr const char *kRadioNames[]
     return group;
 }
 
+//! A label that stands off the control beside it, where the layout has no spacing.
+[[nodiscard]] QLabel *newLabel(QWidget *group)
+{
+    QLabel *const label = new QLabel(group);
+    label->setIndent(4);
+    return label;
+}
+
 } // namespace
 
 void NetInfoSettingUIPlugin::InitNetInfoSetting()
@@ -79,13 +87,13 @@ void NetInfoSettingUIPlugin::initRecurrence()
     all.recurrenceGrid->setContentsMargins(4, 0, 4, 0);
     all.isRecurring = new QCheckBox(group);
     all.isRecurring->setObjectName(QLatin1String("NetInfoSettingDlg_dateeditSetDate"));
-    all.isRecurringLabel = new QLabel(group);
+    all.isRecurringLabel = newLabel(group);
     all.recurrenceGrid->addWidget(all.isRecurring, 1, 1);
     all.recurrenceGrid->addWidget(all.isRecurringLabel, 1, 2, 1, 4);
     for (int i = 0; i < 3; ++i) {
         all.radios[i] = new QRadioButton(group);
         all.radios[i]->setObjectName(QLatin1String(kRadioNames[i]));
-        all.radioLabels[i] = new QLabel(group);
+        all.radioLabels[i] = newLabel(group);
         all.recurrenceGrid->addWidget(all.radios[i], i + 2, 2);
         all.recurrenceGrid->addWidget(all.radioLabels[i], i + 2, 3, 1, i == 0 ? 3 : 1);
     }
@@ -197,9 +205,8 @@ void NetInfoSettingUIPlugin::createLimitRow(LimitRow &row)
     row.size->setMaxLength(row.digits);
     row.size->setMaximumWidth(110);
     QtCompat::setPattern(row.size, QLatin1String("[1-9][0-9]*$"));
-    row.unit = new QLabel(group);
+    row.unit = newLabel(group);
     row.unit->setMinimumWidth(60);
-    row.unit->setIndent(4);
     QHBoxLayout *const layout = new QHBoxLayout;
     layout->setObjectName(QLatin1String(row.layoutName));
     layout->setSpacing(0);
