@@ -1,6 +1,8 @@
 // Life cycle, texts and enabling rules of the settings page.
 #include "NetInfoSettingUIPlugin_p.h"
 
+#include <QAbstractItemView>
+
 #include <host/Change.h>
 
 #include <new>
@@ -135,6 +137,9 @@ void NetInfoSettingUIPlugin::setLanguageSetPeriod()
     for (const char *key : kWeekdayKeys)
         all.weekday->addItem(tr(QLatin1String(key)));
     all.weekday->setCurrentIndex(qMax(chosen, 0));
+    all.weekday->setToolTip(all.weekday->currentText());
+    QAbstractItemView *const list = all.weekday->view(); // wider than the box where a day needs it
+    list->setMinimumWidth(list->sizeHintForColumn(0));
     all.weekday->blockSignals(blocked);
 }
 
@@ -214,6 +219,8 @@ void NetInfoSettingUIPlugin::onMonthlyRadioBtnSelect(bool isSelected)
 void NetInfoSettingUIPlugin::onWeeklyIndexChange(int index)
 {
     m_controls->pendingWeekday = QString::number(index, 10);
+    if (m_controls->weekday)
+        m_controls->weekday->setToolTip(m_controls->weekday->currentText());
 }
 
 void NetInfoSettingUIPlugin::onMonthlyIndexChange(int index)

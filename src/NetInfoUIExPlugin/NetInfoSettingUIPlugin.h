@@ -38,6 +38,7 @@ public:
     bool HideNetInfoSetting() override;
     void SetLanguage() override;
     QWidget *pageWidget() const override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     //! The text of identifier \a key.
     QString tr(QString key);
 
@@ -93,6 +94,7 @@ private:
     void assemblePeriod();
     void assemblePage();
     void createLimitRow(LimitRow &row);
+    void placeLimitForm();
     void connectControls();
     void orderTabs();
     void nameControls();

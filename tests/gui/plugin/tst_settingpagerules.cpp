@@ -20,6 +20,7 @@ private slots:
     void aRadioEnablesItsList();
     void arrowsGoFromRadioToRadio();
     void offRadiosTakeNoClick();
+    void theToolTipFollowsTheWeekday();
     void aRadioThatIsNotChosenDoesNothing();
     void aSlotMayRunWithoutAClick();
     void aLimitEnablesItsSize_data();
@@ -135,6 +136,14 @@ void tst_SettingPageRules::offRadiosTakeNoClick()
     QCOMPARE(enabledParts(), QStringLiteral("date"));
     press("dateeditSetDate");
     pressDisabled("dateedit");
+}
+
+void tst_SettingPageRules::theToolTipFollowsTheWeekday()
+{
+    open();
+    press("radioWeekly");
+    QTest::keyClick(weekday(), Qt::Key_Down);
+    QCOMPARE(weekday()->toolTip(), QStringLiteral("IDS_MONDAY"));
 }
 
 void tst_SettingPageRules::aRadioThatIsNotChosenDoesNothing()

@@ -21,6 +21,10 @@ private slots:
     void aWrittenFileReadsTheSame();
     void settingDate_data();
     void settingDate();
+    void dateOfSetting_data();
+    void dateOfSetting();
+    void settingEntry_data();
+    void settingEntry();
     void firstSettingFile_data();
     void firstSettingFile();
     void bothKindsOfFileHaveTheStartAtTheSamePlaces();
@@ -163,6 +167,53 @@ void tst_NetInfoSettingRules::settingDate()
     const QString arabic = NetInfoRules::settingDate(date);
     QLocale::setDefault(QLocale::c());
     QTEST(arabic, "text");
+}
+
+void tst_NetInfoSettingRules::dateOfSetting_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QDate>("date");
+    QTest::newRow("a date") << "05-03-2024" << QDate(2024, 3, 5);
+    QTest::newRow("separators are not looked at") << "05x03/2024" << QDate(2024, 3, 5);
+    QTest::newRow("digits as separators") << "0510312024" << QDate(2024, 3, 5);
+    QTest::newRow("what follows is not looked at") << "05-03-2024 and more" << QDate(2024, 3, 5);
+    QTest::newRow("a year of three digits") << "05-03-999" << QDate(999, 3, 5);
+    QTest::newRow("a digit, then none") << "5x-3x-2x24" << QDate(2, 3, 5);
+    QTest::newRow("a leap day") << "29-02-2024" << QDate(2024, 2, 29);
+    for (const char *text :
+         { "", "29-02-2023", "31-02-2024", "00-03-2024", "05-00-2024", "05-13-2024", "05-03-0000",
+           "05-03", "ab-cd-efgh", "x5-03-2024", "5-3-2024", "-5-03-2024", " 5-03-2024" })
+        QTest::addRow("'%s' is none", text) << QString::fromLatin1(text) << QDate();
+    QTest::newRow("null") << QString() << QDate();
+    QTest::newRow("other digits") << QString(10, QChar(0x0661)) << QDate();
+}
+
+void tst_NetInfoSettingRules::dateOfSetting()
+{
+    QFETCH(QString, text);
+    QTEST(NetInfoRules::dateOfSetting(text), "date");
+}
+
+void tst_NetInfoSettingRules::settingEntry_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("entry");
+    QTest::newRow("the first") << "0" << 7 << 0;
+    QTest::newRow("the last") << "6" << 7 << 6;
+    QTest::newRow("after the last") << "7" << 7 << -1;
+    QTest::newRow("before the first") << "-1" << 7 << -1;
+    QTest::newRow("of an empty list") << "0" << 0 << -1;
+    for (const char *text : { "", "abc", "1.5", "0x1", "1 2", "2147483648", "99999999999" })
+        QTest::addRow("'%s' is none", text) << QString::fromLatin1(text) << 2000000000 << -1;
+    QTest::newRow("null") << QString() << 7 << -1;
+}
+
+void tst_NetInfoSettingRules::settingEntry()
+{
+    QFETCH(QString, text);
+    QFETCH(int, count);
+    QTEST(NetInfoRules::settingEntry(text, count), "entry");
 }
 
 void tst_NetInfoSettingRules::firstSettingFile_data()
