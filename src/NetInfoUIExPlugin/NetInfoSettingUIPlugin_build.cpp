@@ -70,6 +70,7 @@ void NetInfoSettingUIPlugin::createPage()
     all.date->setObjectName(QLatin1String("NetInfoSettingDlg_dateedit"));
     all.date->setDisplayFormat(QLatin1String("dd-MM-yyyy"));
     all.date->setCalendarPopup(true);
+    all.date->setLayoutDirection(Qt::LeftToRight); // else day and year change places
     all.dateLabel->setBuddy(all.date);
     all.hint = new QLabel(page);
     all.hint->setWordWrap(true);
