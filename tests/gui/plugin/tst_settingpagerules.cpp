@@ -23,6 +23,7 @@ private slots:
     void theToolTipFollowsTheWeekday();
     void aRadioThatIsNotChosenDoesNothing();
     void aSlotMayRunWithoutAClick();
+    void onlyAClickCounts();
     void aLimitEnablesItsSize_data();
     void aLimitEnablesItsSize();
     void noLimitMeansNoWarnings_data();
@@ -181,6 +182,24 @@ void tst_SettingPageRules::aSlotMayRunWithoutAClick()
     QCOMPARE(enabledParts(), QStringLiteral("radios, day"));
 }
 
+void tst_SettingPageRules::onlyAClickCounts()
+{
+    open();
+    recurrence()->setChecked(false);
+    radio("Weekly")->setChecked(true);
+    radio("Daily")->setChecked(true);
+    QCOMPARE(enabledParts(), QStringLiteral("radios, day"));
+    radio("Monthly")->setChecked(true);
+    at<QWidget>("comboBoxMonthly")->setEnabled(false);
+    radio("Daily")->setChecked(true);
+    radio("Monthly")->setChecked(true);
+    QCOMPARE(enabledParts(), QStringLiteral("radios"));
+    check("DataVolume")->setChecked(true);
+    check("TimeVolume")->setChecked(true);
+    QVERIFY(!size("Data")->isEnabled());
+    QVERIFY(!size("Time")->isEnabled());
+}
+
 void tst_SettingPageRules::aLimitEnablesItsSize_data()
 {
     QTest::addColumn<QString>("other");
@@ -281,6 +300,10 @@ void tst_SettingPageRules::aWarningFollowsItsSlot()
     QVERIFY(!check("WarnExceed")->isChecked());
     settings->onWarnExceedSelect(true);
     QVERIFY(check("WarnExceed")->isChecked());
+    for (const char *name : { "WarnBefore", "WarnExceed" }) {
+        emit check(name)->clicked(false); // as its own click does
+        QVERIFY2(!check(name)->isChecked(), name);
+    }
 }
 
 void tst_SettingPageRules::oneRowFollowsItsOwnSwitch_data()
