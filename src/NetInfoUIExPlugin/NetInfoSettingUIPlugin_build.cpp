@@ -68,9 +68,9 @@ void NetInfoSettingUIPlugin::createPage()
     all.dateLabel = new QLabel(all.dateWidget);
     all.date = new DateEdit(all.dateWidget);
     all.date->setObjectName(QLatin1String("NetInfoSettingDlg_dateedit"));
+    all.date->setLayoutDirection(Qt::LeftToRight); // before the format, whose parts change places
     all.date->setDisplayFormat(QLatin1String("dd-MM-yyyy"));
     all.date->setCalendarPopup(true);
-    all.date->setLayoutDirection(Qt::LeftToRight); // else day and year change places
     all.dateLabel->setBuddy(all.date);
     all.hint = new QLabel(page);
     all.hint->setWordWrap(true);

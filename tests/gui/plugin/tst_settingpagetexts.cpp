@@ -26,6 +26,7 @@ private slots:
     void textsAreAskedOfTheModule();
     void theNewLanguageIsShown_data();
     void theNewLanguageIsShown();
+    void aDateReadsTheSameInBothDirections();
     void aLanguageIsNoChoice_data();
     void aLanguageIsNoChoice();
     void aSwitchedOffRowHasNoTexts();
@@ -196,6 +197,18 @@ void tst_SettingPageTexts::theNewLanguageIsShown()
         QCOMPARE(date()->accessibleName(),
                  fakeHost().texts.value(QStringLiteral("IDS_STA_STARTDATE")));
         QCOMPARE(page()->isRightToLeft(), QLatin1String("ar") == QLatin1String(code));
+    }
+}
+
+void tst_SettingPageTexts::aDateReadsTheSameInBothDirections()
+{
+    set(VLS_START_DATE, { QStringLiteral("05-03-2024") });
+    for (const char *code : { "en", "ar" }) {
+        speak(QLatin1String(code));
+        (void)open();
+        QCOMPARE(date()->text(), QStringLiteral("05-03-2024"));
+        QCOMPARE(date()->layoutDirection(), Qt::LeftToRight);
+        CNetInfoUIService::Destroy();
     }
 }
 
