@@ -171,9 +171,13 @@ WarningWatch::~WarningWatch()
 
 bool WarningWatch::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Show && watched->objectName() == QLatin1String(kDialog)) {
+    if (watched->objectName() != QLatin1String(kDialog))
+        return false;
+    if (event->type() == QEvent::Show && !m_open) { // some Qt versions tell an open dialog again
         texts << textOf(watched);
         savedFlags << flagsOfFile();
     }
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+        m_open = event->type() == QEvent::Show;
     return false;
 }
