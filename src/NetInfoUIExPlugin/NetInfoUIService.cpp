@@ -60,8 +60,12 @@ CNetInfoUIService::CNetInfoUIService()
 {
     NETINFO_TRACE_CALL("%s: %s called", kSource);
     m_limits->store = NetInfoSettingUILogic::GetInstance();
-    if (m_limits->store)
-        m_limits->store->GetUseLimitSetting();
+    if (!m_limits->store)
+        return;
+    m_limits->store->GetUseLimitSetting();
+    // Completes a short record: the page's load is appended, and must not slide into this one.
+    m_limits->store->updateUseLimitSetting(VLS_START_MONTH_DATE,
+                                           m_limits->store->value(VLS_START_MONTH_DATE));
 }
 
 CNetInfoUIService::~CNetInfoUIService()
