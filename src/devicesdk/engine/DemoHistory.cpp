@@ -7,17 +7,16 @@ namespace velq {
 
 namespace {
 
-constexpr std::int64_t kHour = 3600;
-constexpr std::int64_t kDay = 24 * kHour;
+constexpr std::int64_t kDay = 24 * kHourSeconds;
 constexpr std::int64_t kDays = 400; // the longest year, and a month before it
 constexpr int kWakingFrom = 7; // local hours
 constexpr int kWakingTo = 23;
 
-std::uint64_t scatter(std::int64_t number)
+std::int64_t scatter(std::int64_t number)
 {
     auto mixed = static_cast<std::uint64_t>(number) * 0x9e3779b97f4a7c15U;
     mixed = (mixed ^ (mixed >> 29)) * 0xbf58476d1ce4e5b9U;
-    return (mixed ^ (mixed >> 32)) % 1000;
+    return static_cast<std::int64_t>((mixed ^ (mixed >> 32)) % 1000);
 }
 
 int localHour(std::int64_t second)
@@ -29,32 +28,34 @@ int localHour(std::int64_t second)
 }
 
 //! A quarter of an hour of surfing: some megabytes, most of the time connected.
-Totals quarter(std::int64_t start)
+Amounts quarter(std::int64_t start)
 {
-    constexpr std::uint64_t kMsPerSecond = 1000;
-    constexpr std::uint64_t kDownloadUnit = 14000; // 14 MB at most
-    Totals totals;
-    totals.download = 1500000 + scatter(start) * kDownloadUnit;
-    totals.upload = totals.download / (6 + scatter(start + 1) % 8);
-    totals.timeMs = (std::uint64_t(kBucketSeconds) / 2 + scatter(start + 2) % 450) * kMsPerSecond;
-    return totals;
+    constexpr std::int64_t kMsPerSecond = 1000;
+    constexpr std::int64_t kDownloadUnit = 14000; // 14 MB at most
+    Amounts amounts;
+    amounts.download = 1500000 + scatter(start) * kDownloadUnit;
+    amounts.upload = amounts.download / (6 + scatter(start + 1) % 8);
+    amounts.timeMs = amounts.anyMs = (450 + scatter(start + 2) % 450) * kMsPerSecond;
+    return amounts;
 }
 
 } // namespace
 
-Changes demoHistory(std::int64_t now)
+std::int64_t demoBegan(std::int64_t now)
 {
-    Changes changes;
-    const std::int64_t last = bucketStart(now);
-    // One quarter of each waking hour: enough for every report, and quick to make.
-    for (std::int64_t start = last - kBucketSeconds; start > last - kDays * kDay; start -= kHour) {
+    return std::max<std::int64_t>(0, hourStart(now) - kDays * kDay);
+}
+
+HourAmounts demoHistory(std::int64_t now, const std::function<Day(std::int64_t)> &dayOf)
+{
+    HourAmounts history;
+    for (std::int64_t start = hourStart(now) - kHourSeconds; start > demoBegan(now);
+         start -= kHourSeconds) {
         const int hour = localHour(start);
-        if (start >= 0 && hour >= kWakingFrom && hour < kWakingTo)
-            changes.buckets[{ start, 0 }] = quarter(start);
+        if (hour >= kWakingFrom && hour < kWakingTo)
+            history[{ start, dayOf(start), kDemoDevice, 0 }] = quarter(start);
     }
-    const std::int64_t begun = std::max<std::int64_t>(0, last - kDays * kDay);
-    changes.resets.fill(begun);
-    return changes;
+    return history;
 }
 
 } // namespace velq

@@ -1,5 +1,7 @@
 #include "engine/DemoSource.h"
 
+#include <sys/socket.h>
+
 #include <utility>
 
 namespace velq {
@@ -72,14 +74,14 @@ std::int64_t DemoSource::scriptNs(std::int64_t nowNs)
     return nowNs - m_beganNs;
 }
 
-void DemoSource::noteDisconnect()
+void DemoSource::noteDisconnect(int)
 {
     const std::int64_t now = m_clock.bootNs();
     m_pausedNs = scriptNs(now);
     m_upAgainNs = now + kPauseNs;
 }
 
-ReadResult DemoSource::readChosen()
+LinkNews DemoSource::read()
 {
     const std::int64_t now = m_clock.bootNs();
     const std::int64_t elapsed = scriptNs(now);
@@ -93,19 +95,20 @@ ReadResult DemoSource::readChosen()
         m_upload += bytes.upload;
     }
     const DemoSpeed running = demoSpeed(m_second);
-    ReadResult result;
-    result.status = ReadStatus::Found;
-    result.link.index = kDemoIndex;
-    result.link.name = "demo0";
-    result.link.up = now >= m_upAgainNs;
-    result.link.download = m_download + part(running.download, elapsed % kNsPerSecond);
-    result.link.upload = m_upload + part(running.upload, elapsed % kNsPerSecond);
-    return result;
-}
-
-ReadResult DemoSource::readIndex(int index)
-{
-    return index == kDemoIndex ? readChosen() : ReadResult {};
+    LinkStep step;
+    step.link.index = kDemoIndex;
+    step.link.instance = 1;
+    step.link.name = "demo0";
+    step.link.up = now >= m_upAgainNs;
+    step.counters = { m_download + part(running.download, elapsed % kNsPerSecond),
+                      m_upload + part(running.upload, elapsed % kNsPerSecond) };
+    if (!m_told)
+        step.kind = LinkStep::Kind::Appeared;
+    else if (m_up != step.link.up)
+        step.kind = LinkStep::Kind::Changed;
+    m_told = true;
+    m_up = step.link.up;
+    return { true, { step }, { { AF_INET, kDemoIndex, 0 } } };
 }
 
 } // namespace velq

@@ -1,7 +1,7 @@
 #include "engine/Engine.h"
 
 #include <algorithm>
-#include <limits>
+#include <optional>
 #include <utility>
 
 namespace velq {
@@ -12,47 +12,81 @@ constexpr int kEventStatistics = 8000;
 constexpr int kKindLive = 0;
 constexpr int kKindLastReset = 2;
 
-bool periodOf(int kind, Period &period)
+constexpr std::int64_t kNsPerSecond = 1000000000;
+constexpr const char *kDeviceSetting = "device";
+
+std::optional<Period> periodOfKind(int kind)
 {
     switch (kind) {
     case 1:
-        period = Period::Day;
-        return true;
+        return Period::Day;
     case 3:
-        period = Period::Week;
-        return true;
+        return Period::Week;
     case 4:
-        period = Period::Month;
-        return true;
+        return Period::Month;
     case 5:
-        period = Period::Year;
-        return true;
+        return Period::Year;
     default:
-        return false;
+        return std::nullopt;
     }
 }
 
-Report reportOf(const Totals &totals)
+Day localDay(std::int64_t second)
+{
+    return TimeZone::system().dayOf(second);
+}
+
+//! A correction may be larger than what has been counted so far.
+std::uint64_t unsignedAmount(std::int64_t amount)
+{
+    return static_cast<std::uint64_t>(std::max<std::int64_t>(0, amount));
+}
+
+Report reportOf(const Amounts &amounts)
 {
     Report report;
-    report.download = totals.download;
-    report.upload = totals.upload;
-    report.seconds = toSeconds(totals.timeMs);
+    report.download = unsignedAmount(amounts.download);
+    report.upload = unsignedAmount(amounts.upload);
+    report.seconds = toSeconds(unsignedAmount(amounts.anyMs));
     return report;
+}
+
+std::int64_t wallSeconds(const Clock &clock)
+{
+    return std::max<std::int64_t>(0, clock.wallSeconds()); // before 1970 it is not set yet
+}
+
+LedgerOptions ledgerOptions(const EngineParts &parts)
+{
+    LedgerOptions options;
+    options.store = parts.store;
+    options.boot = parts.boot;
+    options.dayOf = localDay;
+    options.begunAt = parts.begunAt.value_or(wallSeconds(parts.clock));
+    return options;
 }
 
 } // namespace
 
-Engine::Engine(std::unique_ptr<CounterSource> source, StoreOptions store, Clock clock)
-    : m_clock(std::move(clock))
-    , m_source(std::move(source))
-    , m_ledger(std::move(store), std::max<std::int64_t>(0, m_clock.wallSeconds()))
+Engine::Engine(EngineParts parts)
+    : m_clock(parts.clock)
+    , m_source(std::move(parts.source))
+    , m_facts(std::move(parts.facts))
+    , m_ledger(ledgerOptions(parts))
+    , m_accountant(parts.boot, m_ledger.marks())
+    , m_takeovers(m_ledger.takeovers())
 {
+    m_accountant.use(usedDevice());
 }
 
 std::int64_t Engine::now() const
 {
-    return std::max<std::int64_t>(0, m_clock.wallSeconds()); // a clock before 1970 is not set yet
+    return wallSeconds(m_clock);
+}
+
+Moment Engine::moment() const
+{
+    return { now(), m_clock.bootNs() / kNsPerSecond };
 }
 
 void Engine::sample()
@@ -64,27 +98,31 @@ void Engine::sample()
 void Engine::noteDisconnect()
 {
     const std::lock_guard<std::mutex> guard(m_sampleMutex);
-    m_source->noteDisconnect();
+    int chosen = 0;
+    {
+        const std::lock_guard<std::mutex> accounts(m_mutex);
+        chosen = m_accountant.chosenIndex();
+    }
+    m_source->noteDisconnect(chosen);
     sampleLocked();
 }
 
 void Engine::sampleLocked()
 {
-    const ReadResult reading = m_source->readChosen();
-    const std::int64_t nowNs = m_clock.bootNs();
-    const int counted = m_tracker.index(); // changed by samples only
-    const bool left = counted > 0 && reading.status != ReadStatus::Failed
-        && (reading.status == ReadStatus::Absent || reading.link.index != counted);
-    const ReadResult lastLook = left ? m_source->readIndex(counted) : ReadResult {};
+    const LinkNews news = m_source->read();
+    const auto facts = m_facts ? m_facts() : nullptr;
+    const std::int64_t bootNs = m_clock.bootNs();
+    const Moment moment { now(), bootNs / kNsPerSecond };
+    const std::uint64_t takeovers = m_ledger.takeovers();
+    if (takeovers != m_takeovers) {
+        const std::vector<LinkMark> marks = m_ledger.marks();
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_takeovers = takeovers;
+        m_accountant.goOnFrom(marks);
+        m_accountant.use(m_named.empty() ? m_ledger.setting(kDeviceSetting) : m_named);
+    }
     const std::lock_guard<std::mutex> guard(m_mutex);
-    if (left)
-        book(m_tracker.leave(lastLook));
-    book(m_tracker.advance(reading, nowNs));
-}
-
-void Engine::book(const Booking &booking)
-{
-    m_ledger.book(booking.type, now(), booking.totals);
+    m_ledger.book(m_accountant.advance(news, facts, bootNs), moment);
 }
 
 void Engine::tick()
@@ -92,11 +130,22 @@ void Engine::tick()
     sample();
     if (--m_ticksToCommit <= 0) {
         m_ticksToCommit = kCommitSeconds;
+        thinOut();
         m_ledger.commit();
     }
     const LiveFigures figures = live();
     auto data = eventData(figures.connected, figures.type);
     m_callbacks.notify(kEventStatistics, data.data());
+}
+
+void Engine::thinOut()
+{
+    const std::int64_t second = now();
+    const Day today = localDay(second);
+    if (today == m_thinnedOut)
+        return;
+    m_thinnedOut = today;
+    m_ledger.keepHoursFrom(second - kKeptHoursSeconds);
 }
 
 void Engine::close()
@@ -112,7 +161,7 @@ void Engine::abandon()
 LiveFigures Engine::live() const
 {
     const std::lock_guard<std::mutex> guard(m_mutex);
-    return m_tracker.live();
+    return m_accountant.live();
 }
 
 bool Engine::report(int kind, int type, Report &report)
@@ -143,32 +192,28 @@ Report Engine::liveReport(int type) const
     return report;
 }
 
+DaySpan Engine::periodOf(int kind) const
+{
+    const auto period = periodOfKind(kind);
+    return period ? periodDays(*period, localDay(now()), m_periodStart) : DaySpan {};
+}
+
 bool Engine::periodReport(int kind, int type, Report &report)
 {
-    Period period {};
-    Totals totals;
-    if (!periodOf(kind, period)
-        || !m_ledger.totals(type, periodSpan(period, now(), m_periodStart), totals))
+    if (!periodOfKind(kind))
         return false;
-    report = reportOf(totals);
+    report = reportOf(m_ledger.totals(type, periodOf(kind)));
     return true;
 }
 
 bool Engine::history(std::uint64_t key, Report &report)
 {
-    constexpr std::uint64_t kHour = 3600;
-    constexpr auto kLatest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    Span span;
-    span.from = static_cast<std::int64_t>(std::min(key - key % kHour, kLatest));
-    span.to = bucketStart(now()) + kBucketSeconds;
-    Totals all;
-    for (int type = 0; type < kConnectTypes; ++type) {
-        Totals totals;
-        if (!m_ledger.totals(type, span, totals))
-            return false;
-        all.add(totals);
-    }
-    report = reportOf(all);
+    constexpr auto kLatest = std::uint64_t(1) << 40; // tens of thousands of years
+    Amounts amounts;
+    if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(std::min(key, kLatest))),
+                              amounts))
+        return false;
+    report = reportOf(amounts);
     return true;
 }
 
@@ -176,10 +221,62 @@ bool Engine::reset(int type)
 {
     // Under the lock of the samples: no second is booked between the two halves.
     const std::lock_guard<std::mutex> guard(m_mutex);
-    if (!m_ledger.reset(type, now()))
+    if (!m_ledger.reset(type, moment()))
         return false;
-    m_tracker.restart(type);
+    m_accountant.restart(type);
     return true;
+}
+
+bool Engine::correct(int kind, int type, std::int64_t download, std::int64_t upload)
+{
+    if (!periodOfKind(kind))
+        return false;
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    if (m_ledger.isShared())
+        return false;
+    const Amounts counted = m_ledger.totals(type, periodOf(kind));
+    BookingBatch batch;
+    Booking booking { kOperatorDevice, useKind(type, false), {} };
+    booking.amounts.download = download - counted.download;
+    booking.amounts.upload = upload - counted.upload;
+    Reason reason;
+    reason.kind = ReasonKind::Corrected;
+    reason.device = kOperatorDevice;
+    reason.use = booking.use;
+    reason.download = booking.amounts.download;
+    reason.upload = booking.amounts.upload;
+    batch.bookings.push_back(std::move(booking));
+    batch.reasons.push_back(std::move(reason));
+    m_ledger.book(batch, moment());
+    return true;
+}
+
+std::string Engine::usedDevice()
+{
+    return m_ledger.setting(kDeviceSetting);
+}
+
+bool Engine::useDevice(const std::string &device)
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    if (!m_ledger.setSetting(kDeviceSetting, device))
+        return false;
+    if (m_named.empty())
+        m_accountant.use(device);
+    return true;
+}
+
+void Engine::nameDevice(const std::string &device)
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    m_named = device;
+    m_accountant.use(device.empty() ? m_ledger.setting(kDeviceSetting) : device);
+}
+
+std::vector<PresentDevice> Engine::presentDevices() const
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    return m_accountant.present();
 }
 
 } // namespace velq

@@ -1,23 +1,40 @@
 #pragma once
 
-#include "counters/CounterSource.h"
+#include "accounting/Accountant.h"
+#include "calendar/Period.h"
+#include "counters/LinkSource.h"
 #include "engine/CallbackList.h"
 #include "engine/Clock.h"
-#include "engine/ConnectionTracker.h"
 #include "engine/Report.h"
 #include "store/Ledger.h"
-#include "store/Period.h"
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace velq {
 
-//! Seconds between two commits: what a killed process or a power cut can lose at most.
+//! Seconds between two commits: what a power cut can lose at most. A killed process loses nothing.
 constexpr int kCommitSeconds = 5;
+//! How long hours are kept; days are kept for ever.
+constexpr std::int64_t kKeptHoursSeconds = 2 * 365 * 24 * kHourSeconds;
+
+/*! What an engine works with. */
+struct EngineParts
+{
+    std::unique_ptr<LinkSource> source;
+    //! What the buses say; may be empty, or answer null. Does not block.
+    std::function<std::shared_ptr<const NetworkFacts>()> facts;
+    StoreOptions store;
+    std::string boot; //!< the kernel's boot id
+    std::optional<std::int64_t> begunAt; //!< the last reset without a store; empty: now
+    Clock clock;
+};
 
 /*!
  * The statistics service: samples a counter source, keeps live figures, books into the ledger,
@@ -26,7 +43,7 @@ constexpr int kCommitSeconds = 5;
 class Engine
 {
 public:
-    Engine(std::unique_ptr<CounterSource> source, StoreOptions store, Clock clock);
+    explicit Engine(EngineParts parts);
 
     //! Reads the source and books what flowed. Any thread.
     void sample();
@@ -53,6 +70,20 @@ public:
     //! The sums of both types from the hour of \a key until now.
     [[nodiscard]] bool history(std::uint64_t key, Report &report);
     [[nodiscard]] bool reset(int type);
+    //! Counts only the device with this key or interface name, also after a restart; empty: what
+    //! carries the traffic. False when another process counts.
+    [[nodiscard]] bool useDevice(const std::string &device);
+    //! What useDevice() has stored.
+    [[nodiscard]] std::string usedDevice();
+    //! What the host or the environment names; comes before what is stored.
+    void nameDevice(const std::string &device);
+    [[nodiscard]] std::vector<PresentDevice> presentDevices() const;
+    /*!
+     * Takes the operator's figure over: the sum of \a type in the current \a kind of period becomes
+     * \a download and \a upload. False for a kind without a period, or when another process counts.
+     */
+    [[nodiscard]] bool correct(int kind, int type, std::int64_t download, std::int64_t upload);
+    [[nodiscard]] DaySpan periodOf(int kind) const;
     //! Where the weekly and the monthly report begin; valid.
     void setPeriodStart(const PeriodStart &start)
     {
@@ -63,17 +94,22 @@ private:
     [[nodiscard]] bool periodReport(int kind, int type, Report &report);
     [[nodiscard]] Report liveReport(int type) const;
     [[nodiscard]] std::int64_t now() const;
+    [[nodiscard]] Moment moment() const;
     void sampleLocked();
-    void book(const Booking &booking);
+    void thinOut();
 
     const Clock m_clock;
     std::mutex m_sampleMutex; // guards the source; taken before all others
-    const std::unique_ptr<CounterSource> m_source;
+    const std::unique_ptr<LinkSource> m_source;
+    const std::function<std::shared_ptr<const NetworkFacts>()> m_facts;
     CallbackList m_callbacks;
     Ledger m_ledger;
     int m_ticksToCommit = kCommitSeconds; // the ticking thread's
-    mutable std::mutex m_mutex; // guards the tracker; taken before the ledger's
-    ConnectionTracker m_tracker;
+    Day m_thinnedOut = 0; // likewise: the day on which it was done last
+    mutable std::mutex m_mutex; // guards the accountant; taken before the ledger's
+    Accountant m_accountant;
+    std::uint64_t m_takeovers = 0;
+    std::string m_named;
     std::atomic<PeriodStart> m_periodStart { PeriodStart {} };
 };
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fstream>
 
 namespace velq {
 
@@ -40,6 +41,14 @@ std::string homeDirectory()
 std::string chosenInterface(const HostChoices &choices)
 {
     return choices.interface.empty() ? variable("VELQ_INTERFACE") : choices.interface;
+}
+
+std::string bootId()
+{
+    std::ifstream file("/proc/sys/kernel/random/boot_id");
+    std::string id;
+    std::getline(file, id);
+    return id;
 }
 
 DataDirectory dataDirectory(const HostChoices &choices)

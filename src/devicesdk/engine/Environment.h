@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/Period.h"
+#include "calendar/Period.h"
 
 #include <string>
 
@@ -17,6 +17,9 @@ struct HostChoices
 
 //! The interface to count: the host's choice, else VELQ_INTERFACE; empty for the default route.
 [[nodiscard]] std::string chosenInterface(const HostChoices &choices);
+
+//! The kernel's number of this boot; empty when it cannot be read.
+[[nodiscard]] std::string bootId();
 
 struct DataDirectory
 {

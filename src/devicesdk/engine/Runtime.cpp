@@ -17,23 +17,34 @@ namespace velq {
 
 namespace {
 
-std::unique_ptr<Engine> makeEngine(const HostChoices &choices, const DataDirectory &directory)
+Day localDay(std::int64_t second)
 {
-    const Clock clock = Clock::system();
-    StoreOptions store;
-    store.wallSeconds = clock.wallSeconds;
-    std::unique_ptr<CounterSource> source;
+    return TimeZone::system().dayOf(second);
+}
+
+std::unique_ptr<Engine> makeEngine(const HostChoices &choices, const DataDirectory &directory,
+                                   const NetworkWatcher &watcher)
+{
+    EngineParts parts;
+    parts.clock = Clock::system();
+    parts.boot = bootId();
+    parts.store.wallSeconds = parts.clock.wallSeconds;
+    const std::int64_t now = std::max<std::int64_t>(0, parts.clock.wallSeconds());
     if (choices.demo) {
-        store.inMemory = true;
-        source = std::make_unique<DemoSource>(clock);
+        parts.store.inMemory = true;
+        parts.begunAt = demoBegan(now);
+        parts.source = std::make_unique<DemoSource>(parts.clock);
     } else {
-        store.directory = directory.path;
-        store.complaint = directory.complaint;
-        source = std::make_unique<KernelSource>(chosenInterface(choices));
+        parts.store.directory = directory.path;
+        parts.store.complaint = directory.complaint;
+        parts.source = std::make_unique<LinkMonitor>();
+        parts.facts = [&watcher] { return watcher.facts(); };
     }
-    auto engine = std::make_unique<Engine>(std::move(source), std::move(store), clock);
+    auto engine = std::make_unique<Engine>(std::move(parts));
     if (choices.demo)
-        engine->ledger().seed(demoHistory(clock.wallSeconds()));
+        engine->ledger().seed(demoHistory(now, localDay));
+    else
+        engine->nameDevice(chosenInterface(choices));
     return engine;
 }
 

@@ -1,30 +1,186 @@
 #include "store/Ledger.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace velq {
 
-Ledger::Ledger(StoreOptions options, std::int64_t begunAt)
-    : m_begunAt(begunAt)
-    , m_store(std::move(options))
+namespace {
+
+constexpr const char *kHoursFrom = "hours_from"; // hours before have been thinned out to days
+constexpr std::int64_t kMsPerSecond = 1000;
+constexpr std::int64_t kLongMs = 60 * kMsPerSecond; // a pause, not a late look
+constexpr std::int64_t kTwoDays = 48 * kHourSeconds;
+
+std::size_t at(int type)
 {
+    return static_cast<std::size_t>(type);
+}
+
+std::int64_t offsetOf(const Moment &moment)
+{
+    return moment.wallSeconds - moment.bootSeconds;
+}
+
+void addWithin(const HourAmounts &from, const Span &span, HourAmounts &to)
+{
+    for (const auto &[key, amounts] : from) {
+        if (span.contains(key.start))
+            to[key].add(amounts);
+    }
+}
+
+Reason clockReason(const std::vector<Move> &moves)
+{
+    Reason reason;
+    reason.kind = ReasonKind::ClockStepped;
+    for (const Move &move : moves) {
+        reason.download += move.amounts.download;
+        reason.upload += move.amounts.upload;
+    }
+    reason.seconds = moves.front().to.start - moves.front().from.start;
+    return reason;
+}
+
+} // namespace
+
+Ledger::Ledger(LedgerOptions options)
+    : m_options(std::move(options))
+    , m_store(m_options.store)
+    , m_recent(m_options.boot, m_options.dayOf)
+{
+    m_resets.fill(m_options.begunAt);
     m_store.open();
     m_shared = m_store.state() == StoreState::Shared;
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    loadLocked();
 }
 
-void Ledger::book(int type, std::int64_t second, const Totals &totals)
+void Ledger::loadLocked()
+{
+    const std::uint64_t version = m_store.version();
+    if (version == m_loadedVersion)
+        return;
+    m_loadedVersion = version;
+    DaySums days;
+    RecentRows recent;
+    std::map<std::string, std::string> settings;
+    auto resets = m_resets;
+    const bool read = m_store.read([&](const BookReader &reader) {
+        int code = reader.daySums(days);
+        code = code ? code : reader.recent(recent);
+        code = code ? code : reader.settings(settings);
+        for (int type = 0; type < kConnectTypes; ++type)
+            code = code ? code : reader.lastReset(type, resets[at(type)]);
+        return code;
+    });
+    if (!read)
+        return; // what is known stays
+    m_days = std::move(days);
+    m_resets = resets;
+    for (int type = 0; type < kConnectTypes; ++type) {
+        if (const auto &pending = m_pending.resets[at(type)]) {
+            m_days.reset(type);
+            m_resets[at(type)] = *pending;
+        }
+    }
+    for (const auto &[key, amounts] : m_pending.hours)
+        m_days.add(key.day, key.use, amounts);
+    for (const auto &[key, row] : m_pending.recent)
+        recent[key] = row;
+    for (const RecentKey &key : m_pending.forgotten)
+        recent.erase(key);
+    m_recent.load(std::move(recent));
+    for (const auto &[name, value] : m_pending.settings)
+        settings[name] = value;
+    m_settings = std::move(settings);
+}
+
+void Ledger::addLocked(const HourKey &key, const Amounts &amounts)
+{
+    m_pending.hours[key].add(amounts);
+    m_days.add(key.day, key.use, amounts);
+}
+
+void Ledger::bookAt(std::int64_t second, const Booking &booking, const Moment &moment)
+{
+    const HourKey key { hourStart(second), m_options.dayOf(second), booking.device, booking.use };
+    addLocked(key, booking.amounts);
+    m_recent.book(offsetOf(moment), second - offsetOf(moment), key, booking.amounts, m_pending);
+}
+
+void Ledger::bookLocked(const Booking &booking, const Moment &moment)
+{
+    Booking rest = booking;
+    // After a pause (sleep) the time goes to the hours in which it passed. Nobody knows when the
+    // bytes flowed; they stay at its end.
+    const std::int64_t last = hourStart(moment.wallSeconds);
+    const std::int64_t beganMs = moment.wallSeconds * kMsPerSecond - booking.amounts.timeMs;
+    std::int64_t hour = last;
+    if (booking.amounts.timeMs > kLongMs)
+        hour = hourStart(std::max<std::int64_t>(0, beganMs / kMsPerSecond));
+    for (; hour < last; hour += kHourSeconds) {
+        Booking piece = booking;
+        const std::int64_t fromMs = std::max(hour * kMsPerSecond, beganMs);
+        const std::int64_t ms = (hour + kHourSeconds) * kMsPerSecond - fromMs;
+        piece.amounts = { 0, 0, ms, std::min(ms, rest.amounts.anyMs) };
+        rest.amounts.subtract(piece.amounts);
+        bookAt(fromMs / kMsPerSecond, piece, moment);
+    }
+    bookAt(moment.wallSeconds, rest, moment);
+}
+
+void Ledger::redate(const Moment &moment)
+{
+    const std::vector<Move> moves = m_recent.date(offsetOf(moment), moment.bootSeconds, m_pending);
+    if (moves.empty())
+        return;
+    for (const Move &move : moves) {
+        Amounts taken;
+        taken.subtract(move.amounts);
+        addLocked(move.from, taken);
+        addLocked(move.to, move.amounts);
+    }
+    Reason reason = clockReason(moves);
+    reason.at = moment.wallSeconds;
+    m_pending.reasons.push_back(std::move(reason));
+}
+
+void Ledger::book(const BookingBatch &batch, const Moment &moment)
 {
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    if (!m_shared && !totals.isZero())
-        m_pending.buckets[{ bucketStart(second), type }].add(totals);
+    if (m_shared)
+        return;
+    redate(moment);
+    for (const Booking &booking : batch.bookings) {
+        bookLocked(booking, moment);
+        m_pending.seen[booking.device] = moment.wallSeconds;
+    }
+    for (const LinkMark &mark : batch.marks) {
+        m_pending.marks[mark.id] = mark;
+        m_pending.settled.erase(mark.id);
+    }
+    for (const LinkId &id : batch.settled) {
+        m_pending.marks.erase(id);
+        m_pending.settled.insert(id);
+    }
+    for (const DeviceNote &note : batch.devices)
+        m_pending.devices[note.key] = note;
+    for (Reason reason : batch.reasons) {
+        reason.at = moment.wallSeconds;
+        m_pending.reasons.push_back(std::move(reason));
+    }
 }
 
-void Ledger::seed(const Changes &past)
+void Ledger::seed(const HourAmounts &past)
 {
     {
         const std::lock_guard<std::mutex> guard(m_pendingMutex);
-        m_pending = past;
+        for (const auto &[key, amounts] : past)
+            addLocked(key, amounts);
     }
     commit();
 }
@@ -38,8 +194,7 @@ void Ledger::commit()
 
 void Ledger::commitLocked()
 {
-    // Taken out, not copied: what is booked meanwhile gathers beside it. Readers wait for the store
-    // and so never see the moment in which it is nowhere.
+    // Taken out, not copied: what is booked meanwhile gathers beside it.
     Changes changes;
     {
         const std::lock_guard<std::mutex> guard(m_pendingMutex);
@@ -51,43 +206,93 @@ void Ledger::commitLocked()
     } catch (...) { // no memory for an error's words; the amounts go back below
     }
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    m_shared = m_store.state() == StoreState::Shared;
-    if (written || m_shared)
-        return;
-    for (const auto &[key, totals] : m_pending.buckets)
-        changes.buckets[key].add(totals);
-    std::swap(changes, m_pending);
+    const bool wasShared = std::exchange(m_shared, m_store.state() == StoreState::Shared);
+    if (!written && !m_shared)
+        m_pending.prepend(std::move(changes));
+    if (wasShared && !m_shared)
+        ++m_takeovers;
+    loadLocked();
 }
 
-bool Ledger::totals(int type, const Span &span, Totals &totals)
+Amounts Ledger::totals(int type, const DaySpan &span)
 {
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    bool pendingReset = false;
-    {
-        const std::lock_guard<std::mutex> guard(m_pendingMutex);
-        pendingReset = bool(m_pending.resets[static_cast<std::size_t>(type)]);
-    }
-    // Commits and resets wait for the store's lock, so the two halves below belong together.
-    Totals all;
-    if (!pendingReset && !m_store.sum(type, span, all))
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_days.sum(type, span);
+}
+
+Amounts Ledger::totalsOfUse(int use, const DaySpan &span)
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_days.sumOfUse(use, span);
+}
+
+bool Ledger::readHours(const Span &span, HourAmounts &hours)
+{
+    // Commits wait for the store's lock, which the caller holds: the two halves belong together.
+    HourAmounts found;
+    if (m_store.isReadable()
+        && !m_store.read([&](const BookReader &reader) { return reader.hours(span, found); }))
         return false;
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    all.add(sum(m_pending.buckets, type, span));
-    totals = all;
+    for (auto it = found.begin(); it != found.end();) {
+        const bool reset = bool(m_pending.resets[at(typeOfUse(it->first.use))]);
+        it = reset ? found.erase(it) : std::next(it);
+    }
+    addWithin(m_pending.hours, span, found);
+    hours = std::move(found);
     return true;
 }
 
-bool Ledger::reset(int type, std::int64_t second)
+bool Ledger::totalsSince(std::int64_t second, Amounts &amounts)
+{
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    constexpr Day kLastDay = std::numeric_limits<Day>::max();
+    const Day first = m_options.dayOf(second);
+    // Hours that were thinned out count with their whole day.
+    const std::int64_t hoursFrom = std::strtoll(setting(kHoursFrom).c_str(), nullptr, 10);
+    const bool wholeDay = second < hoursFrom + kTwoDays;
+    Amounts sum;
+    if (!wholeDay) {
+        // Which hours belong to which day depends on where the computer was.
+        HourAmounts after;
+        HourAmounts before;
+        if (!readHours({ second, second + kTwoDays }, after)
+            || !readHours({ second - kTwoDays, second }, before))
+            return false;
+        for (const auto &[key, found] : after) {
+            if (key.day <= first)
+                sum.add(found);
+        }
+        for (const auto &[key, found] : before) {
+            if (key.day > first)
+                sum.subtract(found);
+        }
+    }
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    for (int type = 0; type < kConnectTypes; ++type)
+        sum.add(m_days.sum(type, { wholeDay ? first : first + 1, kLastDay }));
+    amounts = sum;
+    return true;
+}
+
+bool Ledger::reset(int type, const Moment &moment)
 {
     const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
     {
         const std::lock_guard<std::mutex> guard(m_pendingMutex);
         if (m_shared || m_closed)
             return false;
-        auto &buckets = m_pending.buckets;
-        for (auto it = buckets.begin(); it != buckets.end();)
-            it = it->first.second == type ? buckets.erase(it) : std::next(it);
-        m_pending.resets[static_cast<std::size_t>(type)] = second;
+        auto &hours = m_pending.hours;
+        for (auto it = hours.begin(); it != hours.end();)
+            it = typeOfUse(it->first.use) == type ? hours.erase(it) : std::next(it);
+        m_recent.reset(type, m_pending);
+        m_days.reset(type);
+        m_pending.resets[at(type)] = m_resets[at(type)] = moment.wallSeconds;
+        Reason reason;
+        reason.kind = ReasonKind::Reset;
+        reason.at = moment.wallSeconds;
+        reason.use = type;
+        m_pending.reasons.push_back(std::move(reason));
     }
     commitLocked();
     return true;
@@ -95,21 +300,120 @@ bool Ledger::reset(int type, std::int64_t second)
 
 std::int64_t Ledger::lastReset(int type)
 {
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    {
-        const std::lock_guard<std::mutex> guard(m_pendingMutex);
-        if (const auto &pending = m_pending.resets[static_cast<std::size_t>(type)])
-            return *pending;
-    }
-    std::int64_t at = m_begunAt;
-    (void)m_store.lastReset(type, at);
-    return at;
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_resets[at(type)];
 }
 
 std::string Ledger::problem()
 {
     const std::lock_guard<std::mutex> guard(m_storeMutex);
     return m_store.problem();
+}
+
+bool Ledger::hours(const Span &span, HourAmounts &hours)
+{
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    return readHours(span, hours);
+}
+
+bool Ledger::days(const DaySpan &span, DayAmounts &days)
+{
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    DayAmounts found;
+    if (m_store.isReadable()
+        && !m_store.read([&](const BookReader &reader) { return reader.days(span, found); }))
+        return false;
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    for (auto it = found.begin(); it != found.end();) {
+        const bool reset = bool(m_pending.resets[at(typeOfUse(it->first.use))]);
+        it = reset ? found.erase(it) : std::next(it);
+    }
+    for (const auto &[key, amounts] : m_pending.hours) {
+        if (key.day >= span.from && key.day < span.to)
+            found[{ key.day, key.device, key.use }].add(amounts);
+    }
+    days = std::move(found);
+    return true;
+}
+
+bool Ledger::devices(std::vector<StoredDevice> &devices)
+{
+    commit(); // so that they are all in one place, if that is possible
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    std::vector<StoredDevice> found;
+    if (m_store.isReadable()
+        && !m_store.read([&](const BookReader &reader) { return reader.devices(found); }))
+        return false;
+    devices = std::move(found);
+    return true;
+}
+
+bool Ledger::reasons(int count, std::vector<Reason> &reasons)
+{
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    std::vector<Reason> found;
+    if (m_store.isReadable()
+        && !m_store.read([&](const BookReader &reader) { return reader.reasons(count, found); }))
+        return false;
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    found.insert(found.end(), m_pending.reasons.begin(), m_pending.reasons.end());
+    const auto most = static_cast<std::size_t>(std::max(0, count));
+    if (found.size() > most)
+        found.erase(found.begin(), found.end() - static_cast<std::ptrdiff_t>(most));
+    reasons = std::move(found);
+    return true;
+}
+
+std::vector<LinkMark> Ledger::marks()
+{
+    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
+    std::vector<LinkMark> marks;
+    (void)m_store.read([&](const BookReader &reader) { return reader.marks(marks); });
+    return marks;
+}
+
+std::string Ledger::setting(const std::string &name)
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    const auto it = m_settings.find(name);
+    return it == m_settings.end() ? std::string() : it->second;
+}
+
+bool Ledger::setSetting(const std::string &name, const std::string &value)
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    if (m_shared)
+        return false;
+    m_settings[name] = m_pending.settings[name] = value;
+    return true;
+}
+
+void Ledger::keepHoursFrom(std::int64_t second)
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    if (m_shared)
+        return;
+    m_pending.keepHoursFrom = second;
+    m_settings[kHoursFrom] = m_pending.settings[kHoursFrom] = std::to_string(second);
+}
+
+std::string Ledger::backUp(const std::string &path)
+{
+    commit();
+    const std::lock_guard<std::mutex> guard(m_storeMutex);
+    return m_store.backUp(path);
+}
+
+std::uint64_t Ledger::takeovers()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_takeovers;
+}
+
+bool Ledger::isShared()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_shared;
 }
 
 void Ledger::close()

@@ -1,11 +1,34 @@
 #pragma once
 
+#include "accounting/Booking.h"
+#include "store/DaySums.h"
+#include "store/RecentBook.h"
 #include "store/Store.h"
 
+#include <array>
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <vector>
 
 namespace velq {
+
+/*! When something is booked, by both clocks. */
+struct Moment
+{
+    std::int64_t wallSeconds = 0; //!< since 1970-01-01 UTC
+    std::int64_t bootSeconds = 0; //!< since the system started, sleep included
+};
+
+struct LedgerOptions
+{
+    StoreOptions store;
+    std::string boot; //!< the kernel's boot id
+    RecentBook::DayOf dayOf; //!< the local day of a second
+    std::int64_t begunAt = 0; //!< the last reset while there is no readable store
+};
 
 /*!
  * What has been used: the store and what is not in it yet. Amounts are booked in memory and written
@@ -15,24 +38,47 @@ namespace velq {
 class Ledger
 {
 public:
-    //! \a begunAt: what a ledger without a readable store answers as its last reset.
-    Ledger(StoreOptions options, std::int64_t begunAt);
+    explicit Ledger(LedgerOptions options);
 
-    //! Adds \a totals to the bucket of \a second. Never waits for the disk.
-    void book(int type, std::int64_t second, const Totals &totals);
+    //! Adds what one look found. Never waits for the disk.
+    void book(const BookingBatch &batch, const Moment &moment);
     //! Adds a past to a new ledger.
-    void seed(const Changes &past);
+    void seed(const HourAmounts &past);
     //! Writes what is pending; opens or mends the store first where that is needed.
     void commit();
-    //! The sum of \a type in \a span. False when the store cannot be read at this moment.
-    [[nodiscard]] bool totals(int type, const Span &span, Totals &totals);
+    //! The sum of a connect type over local days. Never waits for the disk.
+    [[nodiscard]] Amounts totals(int type, const DaySpan &span);
+    [[nodiscard]] Amounts totalsOfUse(int use, const DaySpan &span);
+    //! The sum of all types since \a second, which begins an hour. False when it cannot be read.
+    [[nodiscard]] bool totalsSince(std::int64_t second, Amounts &amounts);
     /*!
-     * Clears \a type and remembers \a second. A store that cannot be written gets the reset as its
-     * next change. False when another process owns the store.
+     * Clears \a type. A store that cannot be written gets the reset as its next change. False when
+     * another process owns the store.
      */
-    [[nodiscard]] bool reset(int type, std::int64_t second);
+    [[nodiscard]] bool reset(int type, const Moment &moment);
     [[nodiscard]] std::int64_t lastReset(int type);
     [[nodiscard]] std::string problem();
+
+    //! Rows of hours and of days, stored and pending. False when they cannot be read.
+    [[nodiscard]] bool hours(const Span &span, HourAmounts &hours);
+    [[nodiscard]] bool days(const DaySpan &span, DayAmounts &days);
+    [[nodiscard]] bool devices(std::vector<StoredDevice> &devices);
+    //! The latest \a count, the oldest first.
+    [[nodiscard]] bool reasons(int count, std::vector<Reason> &reasons);
+    //! The marks that are stored: where counting has to go on.
+    [[nodiscard]] std::vector<LinkMark> marks();
+    //! Empty where nothing is set.
+    [[nodiscard]] std::string setting(const std::string &name);
+    //! False when another process owns the store.
+    [[nodiscard]] bool setSetting(const std::string &name, const std::string &value);
+    //! Lets hours before \a second be thinned out to days with the next commit.
+    void keepHoursFrom(std::int64_t second);
+    [[nodiscard]] std::string backUp(const std::string &path);
+
+    //! Grows when this process becomes the one that counts: marks() is what it has to go on from.
+    [[nodiscard]] std::uint64_t takeovers();
+    [[nodiscard]] bool isShared();
+
     //! Writes what is pending and closes the store. Later amounts stay in memory.
     void close();
     //! See Store::abandon().
@@ -40,14 +86,27 @@ public:
 
 private:
     void commitLocked();
+    void loadLocked();
+    void addLocked(const HourKey &key, const Amounts &amounts);
+    void bookLocked(const Booking &booking, const Moment &moment);
+    void bookAt(std::int64_t second, const Booking &booking, const Moment &moment);
+    void redate(const Moment &moment);
+    [[nodiscard]] bool readHours(const Span &span, HourAmounts &hours);
 
-    const std::int64_t m_begunAt;
+    const LedgerOptions m_options;
     std::mutex m_storeMutex; // taken before m_pendingMutex
     Store m_store;
+    std::uint64_t m_loadedVersion = 0;
     bool m_closed = false;
+
     std::mutex m_pendingMutex; // never held while the disk is waited for
     Changes m_pending;
+    DaySums m_days; // stored and pending
+    RecentBook m_recent;
+    std::array<std::int64_t, kConnectTypes> m_resets {};
+    std::map<std::string, std::string> m_settings; // stored and pending
     bool m_shared = false; // another process counts: booking would count twice
+    std::uint64_t m_takeovers = 0;
 };
 
 } // namespace velq

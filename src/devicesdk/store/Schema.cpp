@@ -1,10 +1,71 @@
 #include "store/Schema.h"
 
+#include "calendar/TimeZone.h"
+
 #include <sqlite3.h>
 
 #include <string>
 
 namespace velq {
+
+namespace {
+
+// 2: hours of UTC, cut at local midnight, and their sums by local day, for each device and kind of
+// use; up to where links are booked; what a step of the clock may still move; what was out of the
+// ordinary. The quarter hours of before become hours of a device of their own.
+constexpr const char *kBooks
+    = "CREATE TABLE device ("
+      " id INTEGER PRIMARY KEY,"
+      " key TEXT NOT NULL UNIQUE,"
+      " label TEXT NOT NULL DEFAULT '',"
+      " interface TEXT NOT NULL DEFAULT '',"
+      " type INTEGER NOT NULL DEFAULT 0,"
+      " seen INTEGER NOT NULL DEFAULT 0);"
+      "CREATE TABLE hour ("
+      " start INTEGER NOT NULL, day INTEGER NOT NULL, device INTEGER NOT NULL REFERENCES device,"
+      " use INTEGER NOT NULL CHECK (use BETWEEN 0 AND 3),"
+      " download INTEGER NOT NULL, upload INTEGER NOT NULL,"
+      " time_ms INTEGER NOT NULL, any_ms INTEGER NOT NULL,"
+      " PRIMARY KEY (start, day, device, use)) WITHOUT ROWID;"
+      "CREATE TABLE day ("
+      " day INTEGER NOT NULL, device INTEGER NOT NULL REFERENCES device,"
+      " use INTEGER NOT NULL CHECK (use BETWEEN 0 AND 3),"
+      " download INTEGER NOT NULL, upload INTEGER NOT NULL,"
+      " time_ms INTEGER NOT NULL, any_ms INTEGER NOT NULL,"
+      " PRIMARY KEY (day, device, use)) WITHOUT ROWID;"
+      "CREATE TABLE mark ("
+      " boot TEXT NOT NULL, link INTEGER NOT NULL, instance INTEGER NOT NULL,"
+      " name TEXT NOT NULL, device TEXT NOT NULL, use INTEGER NOT NULL,"
+      " download INTEGER NOT NULL, upload INTEGER NOT NULL,"
+      " PRIMARY KEY (boot, link, instance)) WITHOUT ROWID;"
+      "CREATE TABLE recent ("
+      " boot TEXT NOT NULL, offset INTEGER NOT NULL, home_start INTEGER NOT NULL,"
+      " home_day INTEGER NOT NULL, device TEXT NOT NULL, use INTEGER NOT NULL,"
+      " boot_seconds INTEGER NOT NULL, start INTEGER NOT NULL, day INTEGER NOT NULL,"
+      " download INTEGER NOT NULL, upload INTEGER NOT NULL,"
+      " time_ms INTEGER NOT NULL, any_ms INTEGER NOT NULL,"
+      " PRIMARY KEY (boot, offset, home_start, home_day, device, use)) WITHOUT ROWID;"
+      "CREATE TABLE reason ("
+      " id INTEGER PRIMARY KEY, at INTEGER NOT NULL, kind INTEGER NOT NULL,"
+      " device TEXT NOT NULL, use INTEGER NOT NULL, download INTEGER NOT NULL,"
+      " upload INTEGER NOT NULL, seconds INTEGER NOT NULL, text TEXT NOT NULL);"
+      "CREATE INDEX reason_at ON reason (at);"
+      "CREATE TABLE setting (name TEXT NOT NULL PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID;"
+      "INSERT INTO device (key, label) SELECT 'earlier', 'before devices were told apart'"
+      " WHERE EXISTS (SELECT 1 FROM bucket);"
+      "INSERT INTO hour SELECT start - start % 3600, velq_day(start), 1, type,"
+      " sum(download), sum(upload), sum(time_ms), sum(time_ms) FROM bucket"
+      " GROUP BY start - start % 3600, velq_day(start), type;"
+      "INSERT INTO day SELECT day, device, use, sum(download), sum(upload), sum(time_ms),"
+      " sum(any_ms) FROM hour GROUP BY day, device, use;"
+      "DROP TABLE bucket";
+
+void localDay(sqlite3_context *context, int, sqlite3_value **values)
+{
+    sqlite3_result_int(context, TimeZone::system().dayOf(sqlite3_value_int64(values[0])));
+}
+
+} // namespace
 
 Migrations schemaMigrations()
 {
@@ -24,6 +85,7 @@ Migrations schemaMigrations()
         "INSERT INTO reset (type, at) VALUES"
         " (0, CAST(strftime('%s', 'now') AS INTEGER)),"
         " (1, CAST(strftime('%s', 'now') AS INTEGER));",
+        kBooks,
     };
 }
 
@@ -50,6 +112,9 @@ int migrate(Database &database, const Migrations &migrations)
 {
     std::int64_t number = 0;
     int result = database.queryInteger("PRAGMA user_version", number);
+    if (result == SQLITE_OK)
+        result = sqlite3_create_function(database.handle(), "velq_day", 1, SQLITE_UTF8, nullptr,
+                                         localDay, nullptr, nullptr);
     while (result == SQLITE_OK && number < static_cast<std::int64_t>(migrations.size())) {
         const std::string step = std::string("BEGIN IMMEDIATE;")
             + migrations[static_cast<std::size_t>(number)]

@@ -1,7 +1,12 @@
 #include "store/Sqlite.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
 #include <utility>
 
 namespace velq {
@@ -83,6 +88,29 @@ std::string Database::errorText() const
     return m_handle ? sqlite3_errmsg(m_handle) : "it cannot be opened";
 }
 
+std::string copyDatabase(Database &source, const std::string &path)
+{
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0)
+        return path + " cannot be created: " + std::generic_category().message(errno) + ".";
+    (void)::close(file);
+    Database target;
+    int code = target.open(path, SQLITE_OPEN_READWRITE);
+    if (code == SQLITE_OK) {
+        sqlite3_backup *backup
+            = sqlite3_backup_init(target.handle(), "main", source.handle(), "main");
+        if (backup)
+            (void)sqlite3_backup_step(backup, -1); // finish() repeats its failure
+        code = backup ? sqlite3_backup_finish(backup) & kPrimaryCode : SQLITE_ERROR;
+    }
+    if (code == SQLITE_OK)
+        return {};
+    const std::string words = path + " cannot be written: " + target.errorText() + ".";
+    target.close();
+    (void)std::remove(path.c_str());
+    return words;
+}
+
 Statement::~Statement()
 {
     finalize();
@@ -105,6 +133,12 @@ void Statement::finalize()
 void Statement::bind(int position, std::int64_t value)
 {
     (void)sqlite3_bind_int64(m_statement, position, value);
+}
+
+void Statement::bind(int position, const std::string &value)
+{
+    (void)sqlite3_bind_text(m_statement, position, value.data(), static_cast<int>(value.size()),
+                            SQLITE_TRANSIENT);
 }
 
 int Statement::step()

@@ -46,6 +46,12 @@ private:
     sqlite3 *m_abandoned = nullptr; // never freed; known here, so that it is no leak
 };
 
+/*!
+ * Copies \a source, while it is in use, to a new file \a path of this user alone. Empty, or what
+ * went wrong in English; nothing is left behind then.
+ */
+[[nodiscard]] std::string copyDatabase(Database &source, const std::string &path);
+
 /*! A prepared statement; its database has to outlive it. */
 class Statement
 {
@@ -62,6 +68,7 @@ public:
         m_statement = nullptr;
     }
     void bind(int position, std::int64_t value); //!< from 1; for positions that exist
+    void bind(int position, const std::string &value);
     [[nodiscard]] int step(); //!< SQLITE_ROW, SQLITE_DONE or an error
     void reset();
     //! Runs a statement without rows; 0 is success.

@@ -13,7 +13,6 @@ namespace velq {
 namespace {
 
 constexpr int kBusyTimeoutMs = 1000;
-constexpr std::size_t kMaxCachedSums = 16; // four periods of two types, twice
 
 bool isDamage(int code)
 {
@@ -23,17 +22,6 @@ bool isDamage(int code)
 std::string reason(int error)
 {
     return std::generic_category().message(error);
-}
-
-std::int64_t stored(std::uint64_t amount)
-{
-    return static_cast<std::int64_t>(
-        std::min<std::uint64_t>(amount, std::uint64_t(INT64_MAX))); // SQLite's integers are signed
-}
-
-std::uint64_t unsignedAmount(std::int64_t value)
-{
-    return value > 0 ? static_cast<std::uint64_t>(value) : 0;
 }
 
 //! A "file:" URI that tells SQLite that nobody writes to the file: for disks without write access.
@@ -90,28 +78,25 @@ void Store::close()
 
 void Store::abandon()
 {
-    for (Statement *statement : { &m_add, &m_clear, &m_setReset, &m_sum, &m_lastReset })
-        statement->abandon();
+    m_writer.abandon();
     m_database.abandon();
     m_lock.abandon();
     m_state = StoreState::Closed;
-    m_cache.clear();
 }
 
 void Store::dropConnection()
 {
-    for (Statement *statement : { &m_add, &m_clear, &m_setReset, &m_sum, &m_lastReset })
-        statement->finalize();
+    m_writer.finalize();
     m_database.close();
-    m_cache.clear();
     m_state = StoreState::Closed;
+    ++m_version;
 }
 
 void Store::openMemory()
 {
     const int code = m_database.open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     if (code == SQLITE_OK && migrate(m_database, schemaMigrations()) == SQLITE_OK
-        && prepareStatements(true))
+        && m_writer.prepare(m_database))
         m_state = StoreState::Writable;
     else
         m_problem = "The usage figures cannot be kept: " + m_database.errorText() + ".";
@@ -155,7 +140,8 @@ void Store::openWritable()
         damaged = false;
         code = openAndMigrate(damaged);
     }
-    if (code == SQLITE_OK && prepareStatements(true)) {
+    if (code == SQLITE_OK) {
+        ++m_version;
         m_identity = fileIdentity(path());
         m_state = StoreState::Writable;
         m_problem.clear();
@@ -209,7 +195,7 @@ int Store::checkWritable()
         code = m_database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     if (code == SQLITE_OK)
         code = migrate(m_database, schemaMigrations());
-    if (code == SQLITE_OK && !prepareStatements(true))
+    if (code == SQLITE_OK && !m_writer.prepare(m_database))
         code = SQLITE_CORRUPT; // the number is right but the tables are not there
     return code;
 }
@@ -231,10 +217,12 @@ void Store::openForReading(StoreState state)
         if (code == SQLITE_OK)
             check = checkSchema(m_database, schemaMigrations());
     }
-    if (check.state == SchemaState::Current && prepareStatements(false))
-        m_state = state;
-    else
+    if (check.state != SchemaState::Current) {
         dropConnection();
+        return;
+    }
+    m_state = state;
+    ++m_version;
 }
 
 bool Store::setAside()
@@ -261,26 +249,6 @@ void Store::noteFailure(int code)
         + ". Figures are kept in memory until it can.";
 }
 
-bool Store::prepareStatements(bool writing)
-{
-    constexpr const char *kAdd
-        = "INSERT INTO bucket (type, start, download, upload, time_ms) VALUES (?1, ?2, ?3, ?4, ?5)"
-          " ON CONFLICT (type, start) DO UPDATE SET download = download + excluded.download,"
-          " upload = upload + excluded.upload, time_ms = time_ms + excluded.time_ms";
-    constexpr const char *kSetReset = "INSERT INTO reset (type, at) VALUES (?1, ?2)"
-                                      " ON CONFLICT (type) DO UPDATE SET at = excluded.at";
-    constexpr const char *kSum = "SELECT sum(download), sum(upload), sum(time_ms) FROM bucket"
-                                 " WHERE type = ?1 AND start >= ?2 AND start < ?3";
-    if (m_sum.prepare(m_database, kSum) != SQLITE_OK
-        || m_lastReset.prepare(m_database, "SELECT at FROM reset WHERE type = ?1") != SQLITE_OK)
-        return false;
-    if (!writing)
-        return true;
-    return m_add.prepare(m_database, kAdd) == SQLITE_OK
-        && m_clear.prepare(m_database, "DELETE FROM bucket WHERE type = ?1") == SQLITE_OK
-        && m_setReset.prepare(m_database, kSetReset) == SQLITE_OK;
-}
-
 bool Store::isRemoved() const
 {
     return m_state == StoreState::Writable && !m_options.inMemory
@@ -302,15 +270,15 @@ bool Store::commit(const Changes &changes)
         return true;
     int code = m_database.execute("BEGIN IMMEDIATE");
     if (code == SQLITE_OK)
-        code = write(changes);
+        code = m_writer.write(changes);
     if (code == SQLITE_OK)
         code = m_database.execute("COMMIT");
     if (code == SQLITE_OK) {
         m_problem.clear();
-        updateCache(changes);
         return true;
     }
     noteFailure(code);
+    m_writer.forgetDevices();
     (void)m_database.execute("ROLLBACK"); // fails when SQLite has rolled back by itself
     if (m_options.inMemory)
         return false;
@@ -323,89 +291,35 @@ bool Store::commit(const Changes &changes)
     return false;
 }
 
-int Store::write(const Changes &changes)
+bool Store::read(const std::function<int(const BookReader &)> &query)
 {
-    for (int type = 0; type < kConnectTypes; ++type) {
-        const auto &at = changes.resets[static_cast<std::size_t>(type)];
-        const int code = at ? writeReset(type, *at) : SQLITE_OK;
-        if (code != SQLITE_OK)
-            return code;
-    }
-    for (const auto &[key, totals] : changes.buckets) {
-        m_add.bind(1, key.second);
-        m_add.bind(2, key.first);
-        m_add.bind(3, stored(totals.download));
-        m_add.bind(4, stored(totals.upload));
-        m_add.bind(5, stored(totals.timeMs));
-        const int code = m_add.run();
-        if (code != SQLITE_OK)
-            return code;
-    }
-    return SQLITE_OK;
-}
-
-int Store::writeReset(int type, std::int64_t at)
-{
-    m_clear.bind(1, type);
-    m_setReset.bind(1, type);
-    m_setReset.bind(2, at);
-    const int code = m_clear.run();
-    return code == SQLITE_OK ? m_setReset.run() : code;
-}
-
-void Store::updateCache(const Changes &changes)
-{
-    const auto wasReset = [&changes](const CachedSum &cached) {
-        return bool(changes.resets[static_cast<std::size_t>(cached.type)]);
-    };
-    m_cache.erase(std::remove_if(m_cache.begin(), m_cache.end(), wasReset), m_cache.end());
-    for (CachedSum &cached : m_cache)
-        cached.totals.add(velq::sum(changes.buckets, cached.type, cached.span));
-}
-
-bool Store::sum(int type, const Span &span, Totals &totals)
-{
-    if (m_state == StoreState::Closed || !m_database.isOpen()) {
-        totals = {};
-        return true; // nothing is stored that could be seen
-    }
-    for (const CachedSum &cached : m_cache) {
-        if (cached.type == type && cached.span.from == span.from && cached.span.to == span.to) {
-            totals = cached.totals;
-            return true;
-        }
-    }
-    m_sum.bind(1, type);
-    m_sum.bind(2, span.from);
-    m_sum.bind(3, span.to);
-    const int code = m_sum.step();
-    const bool found = code == SQLITE_ROW;
-    if (found)
-        totals = { unsignedAmount(m_sum.integer(0)), unsignedAmount(m_sum.integer(1)),
-                   unsignedAmount(m_sum.integer(2)) };
-    m_sum.reset();
-    if (found && m_state == StoreState::Writable) {
-        if (m_cache.size() >= kMaxCachedSums)
-            m_cache.erase(m_cache.begin());
-        m_cache.push_back({ type, span, totals });
-    }
+    if (!isReadable())
+        return false;
+    const int code = query(BookReader(m_database));
     if (isDamage(code)) {
         m_database.preserveFiles();
         dropConnection(); // the next commit sets it aside
     }
-    return found;
+    return code == SQLITE_OK;
 }
 
-bool Store::lastReset(int type, std::int64_t &at)
+std::uint64_t Store::version()
 {
-    if (!m_database.isOpen())
-        return false;
-    m_lastReset.bind(1, type);
-    const bool found = m_lastReset.step() == SQLITE_ROW;
-    if (found)
-        at = m_lastReset.integer(0);
-    m_lastReset.reset();
-    return found;
+    std::int64_t dataVersion = m_dataVersion;
+    if (m_state == StoreState::Shared
+        && m_database.queryInteger("PRAGMA data_version", dataVersion) == SQLITE_OK
+        && dataVersion != m_dataVersion) {
+        m_dataVersion = dataVersion;
+        ++m_version;
+    }
+    return m_version;
+}
+
+std::string Store::backUp(const std::string &path)
+{
+    if (!isReadable())
+        return "There is no store that can be read.";
+    return copyDatabase(m_database, path);
 }
 
 std::string Store::problem() const

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "store/Bucket.h"
+#include "store/BookReader.h"
+#include "store/BookWriter.h"
 #include "store/Schema.h"
 #include "store/Sqlite.h"
 #include "store/StoreFiles.h"
 #include "store/WriterLock.h"
 
-#include <array>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace velq {
 
@@ -30,7 +29,7 @@ enum class StoreState {
 };
 
 /*!
- * The database of buckets. It opens what it can, says in words what is wrong, and mends itself at
+ * The database of the books. It opens what it can, says in words what is wrong, and mends itself at
  * the next open() or commit(). One thread at a time.
  */
 class Store
@@ -56,21 +55,24 @@ public:
 
     //! Writes \a changes in one transaction; false when nothing of it was written.
     [[nodiscard]] bool commit(const Changes &changes);
-    //! The stored sum of \a type in \a span; false when it cannot be read, and untouched then.
-    [[nodiscard]] bool sum(int type, const Span &span, Totals &totals);
-    //! When \a type was last reset, or the store was begun; untouched when it cannot be read.
-    [[nodiscard]] bool lastReset(int type, std::int64_t &at);
+    //! Whether there is something to read.
+    [[nodiscard]] bool isReadable() const
+    {
+        return m_state != StoreState::Closed && m_database.isOpen();
+    }
+    //! Lets \a query, which returns SQLite's code, read; false when it failed.
+    [[nodiscard]] bool read(const std::function<int(const BookReader &)> &query);
+    /*!
+     * Another number after each change that did not come through commit(): opened, closed, begun
+     * anew, written by another process. What was read before is old then.
+     */
+    [[nodiscard]] std::uint64_t version();
+    //! Copies the database to \a path, which must not exist. Empty, or what went wrong.
+    [[nodiscard]] std::string backUp(const std::string &path);
     //! What is wrong at the moment, in English; empty while all is well.
     [[nodiscard]] std::string problem() const;
 
 private:
-    struct CachedSum
-    {
-        int type = 0;
-        Span span;
-        Totals totals;
-    };
-
     [[nodiscard]] std::string path() const;
     void openMemory();
     void openFile();
@@ -83,21 +85,15 @@ private:
     void noteFailure(int code);
     void dropConnection();
     [[nodiscard]] bool prepareStatements(bool writing);
-    int write(const Changes &changes);
-    int writeReset(int type, std::int64_t at);
-    void updateCache(const Changes &changes);
 
     const StoreOptions m_options;
     StoreState m_state = StoreState::Closed;
     WriterLock m_lock;
     Database m_database;
     FileIdentity m_identity;
-    Statement m_add;
-    Statement m_clear;
-    Statement m_setReset;
-    Statement m_sum;
-    Statement m_lastReset;
-    std::vector<CachedSum> m_cache; // only while Writable: nobody else changes the store then
+    BookWriter m_writer;
+    std::uint64_t m_version = 0;
+    std::int64_t m_dataVersion = 0; // SQLite's: changes of other connections
     std::string m_problem; // what is wrong now
     std::string m_notice; // what was set aside since the start
 };

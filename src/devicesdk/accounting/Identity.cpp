@@ -1,0 +1,70 @@
+#include "accounting/Identity.h"
+
+#include <algorithm>
+
+namespace velq {
+
+namespace {
+
+std::string equipmentOf(const ModemFacts &modem)
+{
+    return modem.equipmentId.empty() ? modem.deviceId : modem.equipmentId;
+}
+
+std::string labelOf(const ModemFacts &modem)
+{
+    if (modem.operatorName.empty() || modem.model.empty())
+        return modem.model + modem.operatorName;
+    return modem.model + " (" + modem.operatorName + ")";
+}
+
+std::string keyOf(const ModemFacts &modem)
+{
+    const std::string equipment = equipmentOf(modem);
+    if (!modem.simId.empty())
+        return "sim:" + modem.simId + "/" + equipment;
+    return equipment.empty() ? std::string() : "modem:" + equipment;
+}
+
+} // namespace
+
+const ModemFacts *modemBehind(const std::string &interface, const NetworkFacts &facts)
+{
+    if (interface.empty())
+        return nullptr;
+    for (const ModemFacts &modem : facts.modems) {
+        if (modem.interface == interface)
+            return &modem;
+    }
+    for (const ModemFacts &modem : facts.modems) {
+        const auto &ports = modem.netPorts;
+        if (std::find(ports.begin(), ports.end(), interface) != ports.end())
+            return &modem;
+    }
+    return nullptr;
+}
+
+DeviceNote identify(const Link &link, const NetworkFacts &facts)
+{
+    DeviceNote note;
+    note.interface = link.name;
+    note.label = link.name;
+    note.type = link.wireless ? 1 : 0;
+    if (const ModemFacts *modem = modemBehind(link.name, facts)) {
+        note.key = keyOf(*modem);
+        if (const std::string label = labelOf(*modem); !label.empty())
+            note.label = label;
+    }
+    if (note.key.empty() && !link.hardwareAddress.empty())
+        note.key = "hw:" + link.hardwareAddress;
+    if (note.key.empty())
+        note.key = "name:" + link.name;
+    return note;
+}
+
+bool isStableKey(const std::string &key)
+{
+    return key.compare(0, 5, "name:") != 0;
+}
+
+} // namespace velq

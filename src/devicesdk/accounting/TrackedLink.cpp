@@ -1,0 +1,112 @@
+#include "accounting/TrackedLink.h"
+
+#include <utility>
+
+namespace velq {
+
+namespace {
+
+constexpr std::int64_t kYouthNs = 60000000000; // connecting takes seconds
+
+bool isBelow(const LinkCounters &counters, const LinkCounters &other)
+{
+    return counters.download < other.download || counters.upload < other.upload;
+}
+
+LinkCounters difference(const LinkCounters &counters, const LinkCounters &base)
+{
+    return { counters.download - base.download, counters.upload - base.upload };
+}
+
+void add(LinkCounters &sum, const LinkCounters &other)
+{
+    sum.download += other.download;
+    sum.upload += other.upload;
+}
+
+} // namespace
+
+TrackedLink::TrackedLink(const Link &link, const std::optional<LinkCounters> &base,
+                         std::int64_t nowNs)
+    : m_link(link)
+    , m_last(base)
+    , m_firstNs(nowNs)
+    , m_wasHere(!base)
+    , m_sawDown(!link.up)
+{
+}
+
+void TrackedLink::beginLook()
+{
+    m_delta = {};
+    m_fell = false;
+    m_sawDown = !m_link.up;
+}
+
+void TrackedLink::change(const Link &link)
+{
+    m_link = link;
+    m_sawDown = m_sawDown || !link.up;
+}
+
+void TrackedLink::count(const LinkCounters &counters, bool fromEvent)
+{
+    if (!m_last) {
+        m_last = m_untold = counters;
+        return;
+    }
+    if (isBelow(counters, *m_last)) {
+        if (fromEvent)
+            return;
+        m_fell = true;
+        m_last = counters;
+        return;
+    }
+    add(m_delta, difference(counters, *m_last));
+    m_last = counters;
+}
+
+void TrackedLink::resume(const LinkMark &from)
+{
+    const LinkCounters known { from.download, from.upload };
+    if (isBelow(m_untold, known))
+        m_fell = true;
+    else
+        add(m_recovered, difference(m_untold, known));
+    m_untold = {};
+}
+
+void TrackedLink::forgetBooks()
+{
+    m_untold = m_last.value_or(LinkCounters {});
+    m_wasHere = true;
+    m_delta = m_kept = m_recovered = {};
+    mark.reset();
+    markAsked = noteTold = false;
+}
+
+void TrackedLink::claimAll()
+{
+    add(m_recovered, std::exchange(m_untold, {}));
+}
+
+LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
+{
+    if (toBook) {
+        LinkCounters all = m_delta;
+        add(all, std::exchange(m_kept, {}));
+        return all;
+    }
+    if (nowNs - m_firstNs <= kYouthNs)
+        add(m_kept, m_delta);
+    else
+        m_kept = {};
+    return {};
+}
+
+LinkCounters TrackedLink::takeRecovered()
+{
+    return std::exchange(m_recovered, {});
+}
+
+} // namespace velq

@@ -1,0 +1,153 @@
+#include "accounting/Uplinks.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace velq {
+
+namespace {
+
+template <std::size_t Size>
+bool isOneOf(const std::string &kind, const char *const (&kinds)[Size])
+{
+    return std::any_of(std::begin(kinds), std::end(kinds),
+                       [&kind](const char *other) { return kind == other; });
+}
+
+// The kernel's names of link kinds.
+bool isTunnel(const Link &link)
+{
+    constexpr const char *kKinds[]
+        = { "tun",  "wireguard", "ipip",      "sit",    "gre",    "gretap", "ip6tnl", "ip6gre",
+            "vti",  "ip6gretap", "vti6",      "xfrm",   "vxlan",  "geneve", "erspan", "fou",
+            "ipvti" };
+    return isOneOf(link.kind, kKinds);
+}
+
+bool isMaster(const Link &link)
+{
+    constexpr const char *kKinds[] = { "bridge", "bond", "team", "openvswitch", "hsr" };
+    return isOneOf(link.kind, kKinds);
+}
+
+bool isAboveOther(const Link &link)
+{
+    constexpr const char *kKinds[] = { "vlan", "macvlan", "macvtap", "ipvlan", "ipvtap", "macsec" };
+    return isOneOf(link.kind, kKinds);
+}
+
+/*! Follows links down to those whose bytes travel over no other one. */
+class Resolver
+{
+public:
+    explicit Resolver(const Links &links)
+        : m_links(links)
+    {
+    }
+
+    void add(int index)
+    {
+        resolve(index, 0);
+    }
+    void addByName(const std::string &name)
+    {
+        for (const auto &[index, link] : m_links) {
+            if (!name.empty() && link.name == name)
+                add(index);
+        }
+    }
+    //! What nothing else carries, as far as anybody can see.
+    void addTunnels()
+    {
+        for (const int index : m_tunnels)
+            append(index);
+    }
+    [[nodiscard]] bool isEmpty() const
+    {
+        return m_found.empty();
+    }
+    [[nodiscard]] bool sawTunnel() const
+    {
+        return !m_tunnels.empty();
+    }
+    [[nodiscard]] std::vector<int> found() const
+    {
+        return m_found;
+    }
+
+private:
+    void resolve(int index, int depth)
+    {
+        constexpr int kDeepest = 8; // of hostile rings; the kernel allows no deeper nesting either
+        const auto it = m_links.find(index);
+        if (it == m_links.end() || depth > kDeepest)
+            return;
+        const Link &link = it->second;
+        if (isTunnel(link))
+            m_tunnels.push_back(index);
+        else if (isMaster(link))
+            resolvePorts(index, depth);
+        else if (isAboveOther(link) && m_links.count(link.lowerIndex) != 0)
+            resolve(link.lowerIndex, depth + 1);
+        else
+            append(index);
+    }
+
+    void resolvePorts(int master, int depth)
+    {
+        // Ports to containers and virtual machines lead inside, not out.
+        const auto leadsInside = [](const Link &link) {
+            return link.kind == "veth" || isTunnel(link);
+        };
+        std::vector<int> ports;
+        std::vector<int> inside;
+        for (const auto &[index, link] : m_links) {
+            if (link.masterIndex == master)
+                (leadsInside(link) ? inside : ports).push_back(index);
+        }
+        if (ports.empty() && inside.size() == 1)
+            ports = inside;
+        for (const int port : ports)
+            resolve(port, depth + 1);
+        if (ports.empty())
+            append(master);
+    }
+
+    void append(int index)
+    {
+        if (std::find(m_found.begin(), m_found.end(), index) == m_found.end())
+            m_found.push_back(index);
+    }
+
+    const Links &m_links;
+    std::vector<int> m_found;
+    std::vector<int> m_tunnels;
+};
+
+} // namespace
+
+std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &routes,
+                         const NetworkFacts &facts)
+{
+    Resolver resolver(links);
+    for (const ModemFacts &modem : facts.modems) {
+        if (modem.connected)
+            resolver.addByName(modem.interface);
+    }
+    resolver.addByName(facts.primaryInterface);
+    for (const DefaultRoute &route : routes)
+        resolver.add(route.index);
+    // A tunnel alone has the routes: what it travels over is one of the hardware links then.
+    if (resolver.isEmpty() && resolver.sawTunnel()) {
+        for (const auto &[index, link] : links) {
+            if (link.kind.empty() && link.up && !link.loopback)
+                resolver.add(index);
+        }
+    }
+    if (resolver.isEmpty())
+        resolver.addTunnels();
+    return resolver.found();
+}
+
+} // namespace velq

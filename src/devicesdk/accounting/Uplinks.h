@@ -1,0 +1,22 @@
+#pragma once
+
+#include "counters/LinkSource.h"
+#include "modem/NetworkFacts.h"
+
+#include <map>
+#include <vector>
+
+namespace velq {
+
+using Links = std::map<int, Link>; //!< by index
+
+/*!
+ * The links that carry what leaves the computer, each byte on one of them only, the preferred
+ * first: a connected modem's, then that of NetworkManager's primary connection, then those of the
+ * default routes. A bridge or bond stands for its ports, a VLAN for the link below; a tunnel's
+ * bytes travel over another link and count there.
+ */
+[[nodiscard]] std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &routes,
+                                       const NetworkFacts &facts);
+
+} // namespace velq

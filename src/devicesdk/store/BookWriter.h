@@ -1,0 +1,67 @@
+#pragma once
+
+#include "store/Changes.h"
+#include "store/Sqlite.h"
+
+#include <map>
+#include <string>
+
+namespace velq {
+
+/*! Writes changes into the tables of an open database, inside the caller's transaction. */
+class BookWriter
+{
+public:
+    [[nodiscard]] bool prepare(Database &database);
+    void finalize();
+    //! In a forked child, see Database::abandon().
+    void abandon();
+
+    //! 0, or SQLite's code; the caller rolls back then and calls forgetDevices().
+    [[nodiscard]] int write(const Changes &changes);
+    //! Device numbers of a transaction that was rolled back do not count.
+    void forgetDevices()
+    {
+        m_devices.clear();
+    }
+
+private:
+    [[nodiscard]] int writeResets(const Changes &changes);
+    [[nodiscard]] int writeDevices(const Changes &changes);
+    [[nodiscard]] int writeHours(const Changes &changes);
+    [[nodiscard]] int writeRecent(const Changes &changes);
+    [[nodiscard]] int writeMarks(const Changes &changes);
+    [[nodiscard]] int writeReasons(const Changes &changes);
+    [[nodiscard]] int writeSettings(const Changes &changes);
+    [[nodiscard]] int thinOut(const Changes &changes);
+    //! The number of \a device in the store, which is made when it is new. 0 is success.
+    [[nodiscard]] int deviceNumber(const std::string &key, std::int64_t &number);
+    [[nodiscard]] int addHour(const HourKey &key, const Amounts &amounts);
+
+    enum Query {
+        ResetHours,
+        ResetDays,
+        SetReset,
+        AddDevice,
+        FindDevice,
+        DescribeDevice,
+        SeeDevice,
+        AddHour,
+        AddDay,
+        PutRecent,
+        DropRecent,
+        PutMark,
+        DropMark,
+        AddReason,
+        PutSetting,
+        DropHours,
+        DropReasons,
+        QueryCount
+    };
+    static const char *sqlOf(int query);
+
+    Statement m_statements[QueryCount];
+    std::map<std::string, std::int64_t> m_devices;
+};
+
+} // namespace velq

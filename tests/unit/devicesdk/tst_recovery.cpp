@@ -1,0 +1,260 @@
+#include "LinkScript.h"
+
+#include <QtTest>
+
+using velq::Link;
+using velq::LinkMark;
+using velq::ModemFacts;
+using velq::NetworkFacts;
+using velq::ReasonKind;
+
+class tst_Recovery : public QObject
+{
+    Q_OBJECT
+private slots:
+    void whatFlowedMeanwhileIsBookedOnce();
+    void theNameServesWhereInstancesAreNotTold();
+    void anotherInstanceWithAnUnstableKeyIsNotRecovered();
+    void aFallenCounterIsNotRecovered();
+    void aDeviceThatCameBackBringsItsWholeCounter();
+    void afterABootAKnownDeviceBringsItsWholeCounter();
+    void aNewDeviceBringsNothing();
+    void aModemIsRecoveredWhenItIsKnown();
+    void aModemStaysTheSameWhileNobodyKnowsIt();
+    void anotherSimIsAnotherDevice();
+    void roamingIsCountedApart();
+    void aSecondProcessGoesOnWhereTheFirstEnded();
+    void marksThatNobodyCanClaimAreSettled();
+    void aDeviceThatWentKeepsItsMark();
+};
+
+namespace {
+
+LinkMark mark(const std::string &device, std::uint64_t download, std::uint64_t upload,
+              const std::string &boot = "boot", int index = 3, std::uint64_t instance = 33)
+{
+    return { { boot, index, instance }, "wwan0", device, 0, download, upload };
+}
+
+Link hardware(std::uint64_t instance = 33)
+{
+    Link link = LinkScript::link("wwan0", 3, instance);
+    link.hardwareAddress = "02:00:00:00:00:01";
+    return link;
+}
+
+const std::string kHardware = "hw:02:00:00:00:00:01";
+
+std::shared_ptr<NetworkFacts> modem(const std::string &sim, bool roaming = false)
+{
+    auto facts = std::make_shared<NetworkFacts>();
+    ModemFacts modem;
+    modem.equipmentId = "356938035643809";
+    modem.simId = sim;
+    modem.model = "M1";
+    modem.operatorName = "Test";
+    modem.interface = "wwan0";
+    modem.connected = true;
+    modem.roaming = roaming;
+    facts->bus = facts->modemManager = true;
+    facts->modems.push_back(modem);
+    return facts;
+}
+
+const std::string kModem = "sim:8949/356938035643809";
+
+} // namespace
+
+void tst_Recovery::whatFlowedMeanwhileIsBookedOnce()
+{
+    LinkScript script({ mark("name:wwan0", 1000, 2000) });
+    script.find(LinkScript::link("wwan0"), 1500, 2007);
+    script.routeBy({ 3 });
+    (void)script.look();
+    QVERIFY((script.bookedFor("name:wwan0") == velq::Amounts { 500, 7, 0, 0 }));
+    QCOMPARE(int(script.batch.reasons.size()), 1);
+    QVERIFY(script.batch.reasons[0].kind == ReasonKind::Recovered);
+    QCOMPARE(script.batch.reasons[0].download, qint64(500));
+    QCOMPARE(script.batch.marks[0].download, quint64(1500));
+    QCOMPARE(script.accountant.live().download(), quint64(0)); // it was no connection of ours
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(0));
+}
+
+void tst_Recovery::theNameServesWhereInstancesAreNotTold()
+{
+    LinkScript script({ mark("name:wwan0", 1000, 2000, "boot", 3, 0) });
+    script.find(LinkScript::link("wwan0"), 1500, 2007);
+    (void)script.look(); // not counted now, but it was
+    QCOMPARE(script.booked().download, qint64(500));
+    QVERIFY(!script.batch.settled.empty());
+
+    LinkScript other({ mark("name:wwan0", 1000, 2000, "boot", 3, 0) });
+    other.find(LinkScript::link("eth0"), 1500, 2007);
+    other.routeBy({ 3 });
+    (void)other.look();
+    QVERIFY(other.booked().isZero());
+}
+
+void tst_Recovery::anotherInstanceWithAnUnstableKeyIsNotRecovered()
+{
+    for (const LinkMark &stored : { mark("name:wwan0", 10, 20, "boot", 3, 32),
+                                    mark("name:wwan0", 10, 20, "earlier boot"),
+                                    mark("name:wwan0", 10, 20, "boot", 4) }) {
+        LinkScript script({ stored });
+        script.find(LinkScript::link("wwan0"), 1500, 2007);
+        script.routeBy({ 3 });
+        (void)script.look();
+        QVERIFY(script.booked().isZero());
+    }
+}
+
+void tst_Recovery::aFallenCounterIsNotRecovered()
+{
+    LinkScript script({ mark("name:wwan0", 1000, 2000) });
+    script.find(LinkScript::link("wwan0"), 1500, 1999);
+    script.routeBy({ 3 });
+    (void)script.look();
+    QVERIFY(script.booked().isZero());
+    QVERIFY(script.batch.reasons[0].kind == ReasonKind::CounterFell);
+}
+
+void tst_Recovery::aDeviceThatCameBackBringsItsWholeCounter()
+{
+    LinkScript script({ mark(kHardware, 100000, 200000, "boot", 3, 32) });
+    script.find(hardware(), 1500, 2007); // plugged in again while nobody counted
+    script.routeBy({ 3 });
+    (void)script.look();
+    QCOMPARE(script.bookedFor(kHardware).download, qint64(1500));
+    QCOMPARE(script.bookedFor(kHardware).upload, qint64(2007));
+    QCOMPARE(script.batch.settled.front().instance, quint64(32));
+}
+
+void tst_Recovery::afterABootAKnownDeviceBringsItsWholeCounter()
+{
+    LinkScript script({ mark(kHardware, 100000, 200000, "earlier boot") });
+    script.find(hardware(), 1500, 2007);
+    script.routeBy({ 3 });
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(1500));
+    script.count(3, 1501, 2007);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(1));
+}
+
+void tst_Recovery::aNewDeviceBringsNothing()
+{
+    LinkScript script({ mark("hw:02:00:00:00:00:99", 1, 1, "earlier boot") });
+    script.find(hardware(), 1500, 2007);
+    script.routeBy({ 3 });
+    (void)script.look();
+    QVERIFY(script.booked().isZero());
+    QVERIFY(script.batch.settled.empty()); // the other device may come back
+}
+
+void tst_Recovery::aModemIsRecoveredWhenItIsKnown()
+{
+    LinkScript script({ mark(kModem, 100000, 200000, "earlier boot") });
+    script.find(LinkScript::link("wwan0"), 1500, 2007);
+    script.routeBy({ 3 });
+    (void)script.look();
+    QVERIFY(script.booked().isZero()); // the buses have not answered yet
+    script.facts = modem("8949");
+    script.count(3, 1600, 2007);
+    (void)script.look();
+    QCOMPARE(script.bookedFor(kModem).download, qint64(1500 + 100));
+}
+
+void tst_Recovery::aModemStaysTheSameWhileNobodyKnowsIt()
+{
+    LinkScript script({ mark(kModem, 1000, 2000) });
+    script.accountant.use(kModem);
+    script.find(LinkScript::link("wwan0"), 1500, 2007);
+    (void)script.look(); // the mark knows it
+    QCOMPARE(script.bookedFor(kModem).download, qint64(500));
+    script.facts = modem("8949");
+    script.count(3, 1600, 2007);
+    (void)script.look();
+    QCOMPARE(script.bookedFor(kModem).download, qint64(100));
+    QCOMPARE(script.batch.devices[0].label, std::string("M1 (Test)"));
+    script.facts = nullptr; // the service ends
+    script.count(3, 1700, 2007);
+    (void)script.look();
+    QCOMPARE(script.bookedFor(kModem).download, qint64(100));
+    QCOMPARE(script.accountant.live().device, kModem);
+}
+
+void tst_Recovery::anotherSimIsAnotherDevice()
+{
+    LinkScript script;
+    script.facts = modem("8949");
+    script.find(LinkScript::link("wwan0"), 0, 0);
+    (void)script.look();
+    script.facts = modem("8950");
+    script.count(3, 10, 0);
+    (void)script.look();
+    QCOMPARE(script.bookedFor("sim:8950/356938035643809").download, qint64(10));
+    script.facts = modem("");
+    script.count(3, 30, 0);
+    (void)script.look();
+    QCOMPARE(script.bookedFor("modem:356938035643809").download, qint64(20));
+}
+
+void tst_Recovery::roamingIsCountedApart()
+{
+    LinkScript script;
+    script.facts = modem("8949");
+    script.find(LinkScript::link("wwan0"), 0, 0);
+    (void)script.look();
+    QVERIFY(!script.accountant.live().roaming);
+    script.facts = modem("8949", true);
+    script.count(3, 10, 0);
+    (void)script.look();
+    QCOMPARE(script.batch.bookings[0].use, velq::useKind(0, true));
+    QVERIFY(script.accountant.live().roaming);
+}
+
+void tst_Recovery::aSecondProcessGoesOnWhereTheFirstEnded()
+{
+    LinkScript script;
+    script.find(LinkScript::link("wwan0"), 0, 0);
+    script.routeBy({ 3 });
+    (void)script.look();
+    script.count(3, 5000, 0); // looked at, while another process booked it
+    (void)script.look();
+    const auto liveBefore = script.accountant.live().download();
+    script.accountant.goOnFrom({ mark("name:wwan0", 4000, 0) });
+    script.count(3, 5100, 0);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(1000 + 100));
+    QCOMPARE(script.batch.marks[0].download, quint64(5100));
+    QCOMPARE(script.accountant.live().download(), liveBefore + 100);
+}
+
+void tst_Recovery::marksThatNobodyCanClaimAreSettled()
+{
+    LinkScript script({ mark("name:wwan0", 1, 1, "boot", 9), mark(kHardware, 1, 1, "boot", 8) });
+    script.find(LinkScript::link("eth0"), 0, 0);
+    (void)script.look();
+    QCOMPARE(int(script.batch.settled.size()), 1);
+    QCOMPARE(script.batch.settled[0].index, 9);
+}
+
+void tst_Recovery::aDeviceThatWentKeepsItsMark()
+{
+    LinkScript script;
+    script.find(hardware(), 0, 0);
+    script.routeBy({ 3 });
+    (void)script.look();
+    script.go(3);
+    (void)script.look();
+    QVERIFY(script.batch.settled.empty()); // it may come back while nobody counts
+    script.appear(hardware(34));
+    script.count(3, 5, 5);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(5)); // it came back under our eyes: nothing to add
+    QCOMPARE(script.batch.settled.front().instance, quint64(33));
+}
+
+QTEST_GUILESS_MAIN(tst_Recovery)
+#include "tst_recovery.moc"
