@@ -195,6 +195,8 @@ int Store::checkWritable()
         code = m_database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     if (code == SQLITE_OK)
         code = migrate(m_database, schemaMigrations());
+    if (code == SQLITE_ERROR)
+        code = SQLITE_CORRUPT; // the tables that a step reads are not there
     if (code == SQLITE_OK && !m_writer.prepare(m_database))
         code = SQLITE_CORRUPT; // the number is right but the tables are not there
     return code;

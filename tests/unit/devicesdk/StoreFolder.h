@@ -1,7 +1,7 @@
 #pragma once
 // A folder for a store, and looks into its files past the classes under test.
 
-#include "store/Store.h"
+#include "store/Ledger.h"
 
 #include <QDir>
 #include <QFile>
@@ -69,11 +69,46 @@ inline qint64 runSql(const QString &file, const char *sql)
     return value;
 }
 
-inline velq::Changes amounts(qint64 second, quint64 download, quint64 upload = 0, int type = 0)
+//! The device of amounts in the tests.
+constexpr const char *kDevice = "name:wwan0";
+
+inline velq::Day utcDay(std::int64_t second)
+{
+    return static_cast<velq::Day>(second / 86400);
+}
+
+inline velq::Changes amounts(qint64 second, qint64 download, qint64 upload = 0, int type = 0)
 {
     velq::Changes changes;
-    changes.buckets[{ velq::bucketStart(second), type }] = { download, upload, 1000 };
+    changes.hours[{ velq::hourStart(second), utcDay(second), kDevice, type }]
+        = { download, upload, 1000, 1000 };
     return changes;
+}
+
+inline velq::LedgerOptions ledgerOptions(const velq::StoreOptions &store,
+                                         const std::string &boot = "boot")
+{
+    velq::LedgerOptions options;
+    options.store = store;
+    options.boot = boot;
+    options.dayOf = utcDay;
+    options.begunAt = kNow;
+    return options;
+}
+
+//! The time at which the system of the tests has started.
+constexpr qint64 kBooted = kNow - 1000000;
+
+inline velq::Moment momentOf(std::int64_t second)
+{
+    return { second, second - kBooted };
+}
+
+inline void book(velq::Ledger &ledger, int type, std::int64_t second, const velq::Amounts &amounts)
+{
+    velq::BookingBatch batch;
+    batch.bookings.push_back({ kDevice, type, amounts });
+    ledger.book(batch, momentOf(second));
 }
 
 inline bool contains(const std::string &text, const char *words)

@@ -12,9 +12,9 @@
 
 #include "StoreFolder.h"
 
+using velq::Amounts;
+using velq::DaySpan;
 using velq::Ledger;
-using velq::Span;
-using velq::Totals;
 
 class tst_Ledger : public QObject
 {
@@ -32,18 +32,21 @@ private slots:
     void aFullDiskLosesNothing();
     void filesThatMayNotGrowLoseNothing();
     void threadsLoseNothing();
+    void timeAfterAPauseGoesToItsHours();
+    void sumsSinceAnHour();
+    void sumsSinceAnHourThatWasThinnedOutTakeTheDay();
+    void marksReasonsAndSettingsAreStored();
+    void hoursAndDaysArePlusPending();
+    void takingOverIsTold();
 };
 
 namespace {
 
-constexpr Span kAlways { 0, INT64_MAX };
+constexpr DaySpan kAlways { 0, INT32_MAX };
 
-std::uint64_t download(Ledger &ledger, int type = 0)
+std::int64_t download(Ledger &ledger, int type = 0)
 {
-    Totals totals;
-    if (!ledger.totals(type, kAlways, totals))
-        qFatal("the sum cannot be read");
-    return totals.download;
+    return ledger.totals(type, kAlways).download;
 }
 
 //! A file system of its own, for the tests that need a full or a write-protected one.
@@ -110,56 +113,54 @@ velq::StoreOptions optionsOn(const StoreFolder &folder, const char *disk)
 void tst_Ledger::reportsAreStoredPlusPending()
 {
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
+    Ledger ledger(ledgerOptions(folder.options()));
     QVERIFY(ledger.problem().empty());
-    ledger.book(0, kNow, { 5, 1, 1000 });
-    QCOMPARE(download(ledger), std::uint64_t(5));
-    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM bucket"), 0LL);
+    book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
+    QCOMPARE(download(ledger), std::int64_t(5));
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour"), 0LL);
     ledger.commit();
-    QCOMPARE(runSql(folder.file(), "SELECT download FROM bucket"), 5LL);
-    QCOMPARE(download(ledger), std::uint64_t(5));
-    ledger.book(0, kNow, { 6, 1, 1000 });
-    ledger.book(1, kNow, { 900, 1, 1000 });
-    QCOMPARE(download(ledger), std::uint64_t(11));
-    Totals today;
-    QVERIFY(ledger.totals(0, { kNow - 1, kNow + 1 }, today));
-    QCOMPARE(today.upload, std::uint64_t(2));
-    QVERIFY(ledger.totals(0, { kNow + 900, kNow + 1800 }, today));
-    QVERIFY(today.isZero());
+    QCOMPARE(runSql(folder.file(), "SELECT download FROM hour"), 5LL);
+    QCOMPARE(download(ledger), std::int64_t(5));
+    book(ledger, 0, kNow, { 6, 1, 1000, 1000 });
+    book(ledger, 1, kNow, { 900, 1, 1000, 1000 });
+    QCOMPARE(download(ledger), std::int64_t(11));
+    const velq::Day today = utcDay(kNow);
+    QCOMPARE(ledger.totals(0, { today, today + 1 }).upload, std::int64_t(2));
+    QVERIFY(ledger.totals(0, { today + 1, today + 2 }).isZero());
 }
 
 void tst_Ledger::commitsNeitherDoubleNorLose()
 {
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
+    Ledger ledger(ledgerOptions(folder.options()));
     for (int i = 0; i < 50; ++i) {
-        ledger.book(i % 2, kNow + i * 300, { 1, 1, 1 });
+        book(ledger, i % 2, kNow + i * 300, { 1, 1, 1, 1 });
         if (i % 3 == 0)
             ledger.commit();
         if (i % 5 == 0)
             ledger.commit();
-        QCOMPARE(download(ledger, 0) + download(ledger, 1), std::uint64_t(i + 1));
+        QCOMPARE(download(ledger, 0) + download(ledger, 1), std::int64_t(i + 1));
     }
     ledger.commit();
-    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM bucket"), 50LL);
+    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM hour"), 50LL);
 }
 
 void tst_Ledger::aResetClearsPendingToo()
 {
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
-    ledger.book(0, kNow, { 5, 1, 1000 });
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
     ledger.commit();
-    ledger.book(0, kNow, { 6, 1, 1000 });
-    ledger.book(1, kNow, { 7, 1, 1000 });
-    QVERIFY(ledger.reset(0, kNow + 10));
-    QCOMPARE(download(ledger, 0), std::uint64_t(0));
-    QCOMPARE(download(ledger, 1), std::uint64_t(7));
+    book(ledger, 0, kNow, { 6, 1, 1000, 1000 });
+    book(ledger, 1, kNow, { 7, 1, 1000, 1000 });
+    QVERIFY(ledger.reset(0, momentOf(kNow + 10)));
+    QCOMPARE(download(ledger, 0), std::int64_t(0));
+    QCOMPARE(download(ledger, 1), std::int64_t(7));
     QCOMPARE(ledger.lastReset(0), std::int64_t(kNow + 10));
-    ledger.book(0, kNow, { 2, 1, 1000 });
+    book(ledger, 0, kNow, { 2, 1, 1000, 1000 });
     ledger.close();
-    Ledger next(folder.options(), 0);
-    QCOMPARE(download(next, 0), std::uint64_t(2));
+    Ledger next(ledgerOptions(folder.options()));
+    QCOMPARE(download(next, 0), std::int64_t(2));
     QCOMPARE(next.lastReset(0), std::int64_t(kNow + 10));
 }
 
@@ -167,23 +168,23 @@ void tst_Ledger::closingWritesWhatIsPending()
 {
     const StoreFolder folder;
     {
-        Ledger ledger(folder.options(), kNow);
-        ledger.book(0, kNow, { 5, 1, 1000 });
+        Ledger ledger(ledgerOptions(folder.options()));
+        book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
         ledger.close();
         ledger.close();
         ledger.commit();
-        QVERIFY(!ledger.reset(0, kNow));
+        QVERIFY(!ledger.reset(0, momentOf(kNow)));
     }
-    QCOMPARE(runSql(folder.file(), "SELECT download FROM bucket"), 5LL);
-    Ledger next(folder.options(), kNow);
+    QCOMPARE(runSql(folder.file(), "SELECT download FROM hour"), 5LL);
+    Ledger next(ledgerOptions(folder.options()));
     QVERIFY2(next.problem().empty(), "the lock was given back");
 }
 
 void tst_Ledger::closingDoesNotBringARemovedStoreBack()
 {
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
-    ledger.book(0, kNow, { 5, 1, 1000 });
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
     for (const QString &name : folder.entries())
         QVERIFY(QFile::remove(folder.file(name.toLatin1().constData())));
     ledger.close();
@@ -193,21 +194,21 @@ void tst_Ledger::closingDoesNotBringARemovedStoreBack()
 void tst_Ledger::aSecondLedgerNeverDoubles()
 {
     const StoreFolder folder;
-    Ledger first(folder.options(), kNow);
-    Ledger second(folder.options(), kNow);
+    Ledger first(ledgerOptions(folder.options()));
+    Ledger second(ledgerOptions(folder.options()));
     for (Ledger *ledger : { &first, &second })
-        ledger->book(0, kNow, { 5, 1, 1000 });
-    QCOMPARE(download(second), std::uint64_t(0));
-    QVERIFY(!second.reset(0, kNow));
+        book(*ledger, 0, kNow, { 5, 1, 1000, 1000 });
+    QCOMPARE(download(second), std::int64_t(0));
+    QVERIFY(!second.reset(0, momentOf(kNow)));
     first.commit();
     second.commit();
-    QCOMPARE(download(first), std::uint64_t(5));
-    QCOMPARE(download(second), std::uint64_t(5));
+    QCOMPARE(download(first), std::int64_t(5));
+    QCOMPARE(download(second), std::int64_t(5));
     first.close();
     second.commit(); // it has the store to itself now and counts from here on
-    second.book(0, kNow, { 1, 1, 1000 });
+    book(second, 0, kNow, { 1, 1, 1000, 1000 });
     second.commit();
-    QCOMPARE(download(second), std::uint64_t(6));
+    QCOMPARE(download(second), std::int64_t(6));
     QVERIFY(second.problem().empty());
 }
 
@@ -216,18 +217,18 @@ void tst_Ledger::anUnusableDirectoryKeepsFiguresInMemory()
     const StoreFolder folder;
     folder.write("occupied", "a file where the folder should be");
     const velq::StoreOptions options = optionsOn(folder, "occupied");
-    Ledger ledger(options, kNow);
+    Ledger ledger(ledgerOptions(options));
     QVERIFY2(contains(ledger.problem(), "cannot be created"), ledger.problem().c_str());
-    ledger.book(0, kNow, { 5, 1, 1000 });
+    book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
     ledger.commit();
     ledger.commit();
-    QCOMPARE(download(ledger), std::uint64_t(5));
+    QCOMPARE(download(ledger), std::int64_t(5));
     QCOMPARE(ledger.lastReset(0), std::int64_t(kNow));
     QVERIFY(QFile::remove(folder.file("occupied")));
     ledger.commit();
     QVERIFY(ledger.problem().empty());
-    QCOMPARE(download(ledger), std::uint64_t(5));
-    QCOMPARE(runSql(folder.file("occupied/velq.db"), "SELECT download FROM bucket"), 5LL);
+    QCOMPARE(download(ledger), std::int64_t(5));
+    QCOMPARE(runSql(folder.file("occupied/velq.db"), "SELECT download FROM hour"), 5LL);
 }
 
 void tst_Ledger::aResetWithoutAStoreIsWrittenLater()
@@ -235,22 +236,22 @@ void tst_Ledger::aResetWithoutAStoreIsWrittenLater()
     const StoreFolder folder;
     const velq::StoreOptions options = optionsOn(folder, "store");
     {
-        Ledger ledger(options, kNow);
-        ledger.book(0, kNow, { 5, 1, 1000 });
+        Ledger ledger(ledgerOptions(options));
+        book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
         ledger.close();
     }
     QVERIFY(QFile::rename(folder.file("store"), folder.file("kept")));
     folder.write("store", "in the way");
-    Ledger ledger(options, kNow);
-    QVERIFY(ledger.reset(0, kNow + 10));
-    ledger.book(0, kNow, { 2, 1, 1000 });
+    Ledger ledger(ledgerOptions(options));
+    QVERIFY(ledger.reset(0, momentOf(kNow + 10)));
+    book(ledger, 0, kNow, { 2, 1, 1000, 1000 });
     QVERIFY(QFile::remove(folder.file("store")));
     QVERIFY(QFile::rename(folder.file("kept"), folder.file("store")));
-    QCOMPARE(download(ledger), std::uint64_t(2));
+    QCOMPARE(download(ledger), std::int64_t(2));
     ledger.commit();
-    QCOMPARE(download(ledger), std::uint64_t(2));
+    QCOMPARE(download(ledger), std::int64_t(2));
     QCOMPARE(ledger.lastReset(0), std::int64_t(kNow + 10));
-    QCOMPARE(runSql(folder.file("store/velq.db"), "SELECT sum(download) FROM bucket"), 2LL);
+    QCOMPARE(runSql(folder.file("store/velq.db"), "SELECT sum(download) FROM hour"), 2LL);
 }
 
 void tst_Ledger::aReadOnlyDiskKeepsFiguresInMemory()
@@ -260,22 +261,22 @@ void tst_Ledger::aReadOnlyDiskKeepsFiguresInMemory()
     if (!disk.isMounted())
         QSKIP("mounting a file system is not allowed here");
     {
-        Ledger ledger(optionsOn(folder, "disk"), kNow);
-        ledger.book(0, kNow, { 5, 1, 1000 });
+        Ledger ledger(ledgerOptions(optionsOn(folder, "disk")));
+        book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
         ledger.close();
     }
     QVERIFY(disk.setReadOnly(true));
-    Ledger ledger(optionsOn(folder, "disk"), kNow);
+    Ledger ledger(ledgerOptions(optionsOn(folder, "disk")));
     QVERIFY2(contains(ledger.problem(), "not writable"), ledger.problem().c_str());
-    QCOMPARE(download(ledger), std::uint64_t(5)); // what is there can be read
-    ledger.book(0, kNow, { 6, 1, 1000 });
+    QCOMPARE(download(ledger), std::int64_t(5)); // what is there can be read
+    book(ledger, 0, kNow, { 6, 1, 1000, 1000 });
     ledger.commit();
-    QCOMPARE(download(ledger), std::uint64_t(11));
+    QCOMPARE(download(ledger), std::int64_t(11));
     QVERIFY(disk.setReadOnly(false));
     ledger.commit();
     QVERIFY2(ledger.problem().empty(), ledger.problem().c_str());
-    QCOMPARE(download(ledger), std::uint64_t(11));
-    QCOMPARE(runSql(folder.file("disk/velq.db"), "SELECT download FROM bucket"), 11LL);
+    QCOMPARE(download(ledger), std::int64_t(11));
+    QCOMPARE(runSql(folder.file("disk/velq.db"), "SELECT download FROM hour"), 11LL);
 }
 
 void tst_Ledger::aFullDiskLosesNothing()
@@ -285,37 +286,37 @@ void tst_Ledger::aFullDiskLosesNothing()
     if (!disk.isMounted())
         QSKIP("mounting a file system is not allowed here");
     disk.fill();
-    Ledger begunOnAFullDisk(optionsOn(folder, "disk"), kNow);
-    begunOnAFullDisk.book(0, kNow, { 5, 1, 1000 });
+    Ledger begunOnAFullDisk(ledgerOptions(optionsOn(folder, "disk")));
+    book(begunOnAFullDisk, 0, kNow, { 5, 1, 1000, 1000 });
     begunOnAFullDisk.commit();
     QVERIFY(!begunOnAFullDisk.problem().empty());
-    QCOMPARE(download(begunOnAFullDisk), std::uint64_t(5));
+    QCOMPARE(download(begunOnAFullDisk), std::int64_t(5));
     disk.makeRoom();
     begunOnAFullDisk.commit();
     QVERIFY2(begunOnAFullDisk.problem().empty(), begunOnAFullDisk.problem().c_str());
 
     disk.fill();
     for (int i = 0; i < 300; ++i) { // more buckets than the pages that are there can take
-        begunOnAFullDisk.book(0, kNow + i * 900, { 1, 0, 0 });
+        book(begunOnAFullDisk, 0, kNow + i * 3600, { 1, 0, 0, 0 });
         begunOnAFullDisk.commit();
     }
     QVERIFY2(contains(begunOnAFullDisk.problem(), "full")
                  || contains(begunOnAFullDisk.problem(), "I/O"),
              begunOnAFullDisk.problem().c_str());
-    QCOMPARE(download(begunOnAFullDisk), std::uint64_t(305));
+    QCOMPARE(download(begunOnAFullDisk), std::int64_t(305));
     disk.makeRoom();
     begunOnAFullDisk.commit();
     QVERIFY2(begunOnAFullDisk.problem().empty(), begunOnAFullDisk.problem().c_str());
-    QCOMPARE(download(begunOnAFullDisk), std::uint64_t(305));
-    QCOMPARE(runSql(folder.file("disk/velq.db"), "SELECT sum(download) FROM bucket"), 305LL);
+    QCOMPARE(download(begunOnAFullDisk), std::int64_t(305));
+    QCOMPARE(runSql(folder.file("disk/velq.db"), "SELECT sum(download) FROM hour"), 305LL);
 }
 
 void tst_Ledger::filesThatMayNotGrowLoseNothing()
 {
     // A full disk for those who may not mount one.
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
-    ledger.book(0, kNow, { 5, 1, 1000 });
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, kNow, { 5, 1, 1000, 1000 });
     ledger.commit();
     rlimit before {};
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
@@ -323,40 +324,40 @@ void tst_Ledger::filesThatMayNotGrowLoseNothing()
     const rlimit small { 16384, before.rlim_max };
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
     for (int i = 0; i < 20; ++i) {
-        ledger.book(0, kNow + i * 900, { 1, 0, 0 });
+        book(ledger, 0, kNow + i * 3600, { 1, 0, 0, 0 });
         ledger.commit();
     }
     const std::string problem = ledger.problem();
-    const std::uint64_t during = download(ledger);
+    const std::int64_t during = download(ledger);
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
     (void)std::signal(SIGXFSZ, handler);
     QVERIFY2(contains(problem, "cannot be written"), problem.c_str());
-    QCOMPARE(during, std::uint64_t(25));
+    QCOMPARE(during, std::int64_t(25));
     ledger.commit();
     QVERIFY2(ledger.problem().empty(), ledger.problem().c_str());
-    QCOMPARE(download(ledger), std::uint64_t(25));
-    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM bucket"), 25LL);
+    QCOMPARE(download(ledger), std::int64_t(25));
+    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM hour"), 25LL);
 }
 
 void tst_Ledger::threadsLoseNothing()
 {
     const StoreFolder folder;
-    Ledger ledger(folder.options(), kNow);
+    Ledger ledger(ledgerOptions(folder.options()));
     constexpr int kRounds = 200;
-    const auto book = [&ledger](int type) {
+    const auto bookOften = [&ledger](int type) {
         for (int i = 0; i < kRounds; ++i)
-            ledger.book(type, kNow, { 1, 1, 1 });
+            book(ledger, type, kNow, { 1, 1, 1, 1 });
     };
-    std::thread first(book, 0);
-    std::thread second(book, 1);
+    std::thread first(bookOften, 0);
+    std::thread second(bookOften, 1);
     std::thread writer([&ledger] {
         for (int i = 0; i < 20; ++i)
             ledger.commit();
     });
-    std::uint64_t seen = 0;
+    std::int64_t seen = 0;
     bool monotonous = true;
     for (int i = 0; i < 100; ++i) {
-        const std::uint64_t now = download(ledger, 0);
+        const std::int64_t now = download(ledger, 0);
         monotonous = monotonous && now >= seen; // a commit never hides what is on its way
         seen = now;
     }
@@ -364,10 +365,149 @@ void tst_Ledger::threadsLoseNothing()
     second.join();
     writer.join();
     QVERIFY(monotonous);
-    QCOMPARE(download(ledger, 0), std::uint64_t(kRounds));
-    QCOMPARE(download(ledger, 1), std::uint64_t(kRounds));
+    QCOMPARE(download(ledger, 0), std::int64_t(kRounds));
+    QCOMPARE(download(ledger, 1), std::int64_t(kRounds));
     ledger.close();
-    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM bucket"), qint64(2 * kRounds));
+    QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM hour"), qint64(2 * kRounds));
+}
+
+void tst_Ledger::timeAfterAPauseGoesToItsHours()
+{
+    const StoreFolder folder;
+    Ledger ledger(ledgerOptions(folder.options()));
+    const qint64 hour = velq::hourStart(kNow);
+    constexpr qint64 kMinuteMs = 60000;
+    book(ledger, 0, hour + 600, { 9, 8, 150 * kMinuteMs, 140 * kMinuteMs }); // 21:40 to 00:10
+    velq::HourAmounts hours;
+    QVERIFY(ledger.hours({ 0, INT64_MAX }, hours));
+    QCOMPARE(int(hours.size()), 4);
+    std::vector<Amounts> found;
+    for (const auto &[key, amounts] : hours)
+        found.push_back(amounts);
+    QVERIFY((found[0] == Amounts { 0, 0, 20 * kMinuteMs, 20 * kMinuteMs }));
+    QVERIFY((found[1] == Amounts { 0, 0, 60 * kMinuteMs, 60 * kMinuteMs }));
+    QVERIFY((found[2] == Amounts { 0, 0, 60 * kMinuteMs, 60 * kMinuteMs }));
+    QVERIFY((found[3] == Amounts { 9, 8, 10 * kMinuteMs, 0 }));
+    QCOMPARE(hours.begin()->first.start, hour - 3 * 3600);
+    QCOMPARE(ledger.totals(0, kAlways).timeMs, 150 * kMinuteMs);
+}
+
+void tst_Ledger::sumsSinceAnHour()
+{
+    const StoreFolder folder;
+    Ledger ledger(ledgerOptions(folder.options()));
+    const qint64 hour = velq::hourStart(kNow);
+    book(ledger, 0, hour - 3 * 86400, { 100000, 0, 0, 0 });
+    book(ledger, 0, hour - 3600, { 10000, 0, 0, 0 });
+    ledger.commit();
+    book(ledger, 1, hour, { 1000, 0, 0, 0 });
+    book(ledger, 0, hour + 3600, { 100, 0, 0, 0 });
+    book(ledger, 0, hour + 86400, { 10, 0, 0, 0 });
+    // Hours whose day is another one: the computer travelled.
+    velq::HourAmounts abroad;
+    abroad[{ hour, utcDay(hour) - 1, kDevice, 0 }] = { 1, 0, 0, 0 };
+    abroad[{ hour - 3600, utcDay(hour) + 1, kDevice, 0 }] = { 5000000, 0, 0, 0 };
+    ledger.seed(abroad);
+    Amounts since;
+    QVERIFY(ledger.totalsSince(hour, since));
+    QCOMPARE(since.download, std::int64_t(1111));
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(110));
+    QVERIFY(ledger.totalsSince(hour - 3600, since));
+    QCOMPARE(since.download, std::int64_t(5011111));
+    QVERIFY(ledger.totalsSince(0, since));
+    QCOMPARE(since.download, std::int64_t(5111111));
+    QVERIFY(ledger.totalsSince(hour + 100 * 86400, since));
+    QVERIFY(since.isZero());
+}
+
+void tst_Ledger::sumsSinceAnHourThatWasThinnedOutTakeTheDay()
+{
+    const StoreFolder folder;
+    const qint64 hour = velq::hourStart(kNow);
+    {
+        Ledger ledger(ledgerOptions(folder.options()));
+        book(ledger, 0, hour - 10 * 86400, { 100, 0, 0, 0 });
+        book(ledger, 0, hour - 10 * 86400 + 3600, { 10, 0, 0, 0 });
+        book(ledger, 0, hour, { 1, 0, 0, 0 });
+        ledger.keepHoursFrom(hour - 5 * 86400);
+        ledger.close();
+    }
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour"), 1LL);
+    Ledger ledger(ledgerOptions(folder.options()));
+    Amounts since;
+    QVERIFY(ledger.totalsSince(hour - 10 * 86400 + 3600, since));
+    QCOMPARE(since.download, std::int64_t(111));
+    QVERIFY(ledger.totalsSince(hour, since));
+    QCOMPARE(since.download, std::int64_t(1));
+}
+
+void tst_Ledger::marksReasonsAndSettingsAreStored()
+{
+    const StoreFolder folder;
+    velq::BookingBatch batch;
+    const velq::LinkMark mark { { "boot", 3, 33 }, "wwan0", kDevice, 0, 5, 6 };
+    batch.marks.push_back(mark);
+    batch.devices.push_back({ kDevice, "wwan0", "wwan0", 0 });
+    batch.reasons.resize(1);
+    {
+        Ledger ledger(ledgerOptions(folder.options()));
+        QVERIFY(ledger.setSetting("device", "wwan0"));
+        QCOMPARE(ledger.setting("device"), std::string("wwan0"));
+        ledger.book(batch, momentOf(kNow));
+        ledger.close();
+    }
+    Ledger ledger(ledgerOptions(folder.options()));
+    QVERIFY(ledger.marks() == batch.marks);
+    QCOMPARE(ledger.setting("device"), std::string("wwan0"));
+    QVERIFY(ledger.setting("other").empty());
+    velq::BookingBatch end;
+    end.settled.push_back(mark.id);
+    end.reasons.resize(1);
+    ledger.book(end, momentOf(kNow + 1));
+    std::vector<velq::Reason> reasons;
+    QVERIFY(ledger.reasons(10, reasons));
+    QCOMPARE(int(reasons.size()), 2); // one is pending
+    QCOMPARE(reasons[1].at, std::int64_t(kNow + 1));
+    QVERIFY(ledger.reasons(1, reasons));
+    QCOMPARE(int(reasons.size()), 1);
+    QCOMPARE(reasons[0].at, std::int64_t(kNow + 1));
+    ledger.commit();
+    QVERIFY(ledger.marks().empty());
+}
+
+void tst_Ledger::hoursAndDaysArePlusPending()
+{
+    const StoreFolder folder;
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, kNow, { 5, 0, 0, 0 });
+    book(ledger, 1, kNow, { 50, 0, 0, 0 });
+    ledger.commit();
+    book(ledger, 0, kNow, { 6, 0, 0, 0 });
+    velq::DayAmounts days;
+    QVERIFY(ledger.days(kAlways, days));
+    QCOMPARE(int(days.size()), 2);
+    QCOMPARE(days.begin()->second.download, std::int64_t(11));
+    std::vector<velq::StoredDevice> devices;
+    QVERIFY(ledger.devices(devices));
+    QCOMPARE(int(devices.size()), 1);
+    QCOMPARE(devices[0].seen, std::int64_t(kNow));
+}
+
+void tst_Ledger::takingOverIsTold()
+{
+    const StoreFolder folder;
+    Ledger first(ledgerOptions(folder.options()));
+    Ledger second(ledgerOptions(folder.options()));
+    QVERIFY(second.isShared());
+    QVERIFY(!second.setSetting("device", "x"));
+    const auto before = second.takeovers();
+    QVERIFY(first.setSetting("device", "y"));
+    first.close();
+    second.commit();
+    QVERIFY(!second.isShared());
+    QCOMPARE(second.takeovers(), before + 1);
+    QCOMPARE(second.setting("device"), std::string("y"));
 }
 
 QTEST_GUILESS_MAIN(tst_Ledger)

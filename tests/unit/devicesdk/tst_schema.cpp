@@ -19,6 +19,7 @@ private slots:
     void aStepThatFailsLeavesWhatWasReached();
     void aNewerDatabaseIsKnownAsSuch();
     void theShippedStepsMakeTheTables();
+    void quarterHoursBecomeHoursOfTheirDays();
     void aClosedDatabaseIsUnreadable();
 };
 
@@ -94,10 +95,33 @@ void tst_Schema::theShippedStepsMakeTheTables()
     Database database;
     openMemory(database);
     QCOMPARE(migrate(database, velq::schemaMigrations()), SQLITE_OK);
-    QCOMPARE(number(database, "SELECT count(*) FROM bucket"), std::int64_t(0));
+    QCOMPARE(number(database, "SELECT count(*) FROM hour"), std::int64_t(0));
+    QCOMPARE(number(database, "SELECT count(*) FROM device"), std::int64_t(0));
     QCOMPARE(number(database, "SELECT count(*) FROM reset"), std::int64_t(2));
-    QVERIFY(database.execute("INSERT INTO bucket VALUES (0, 0, -1, 0, 0)") != SQLITE_OK);
-    QVERIFY(database.execute("INSERT INTO bucket VALUES (2, 0, 1, 0, 0)") != SQLITE_OK);
+    QVERIFY(database.execute("INSERT INTO day VALUES (0, 1, 4, 0, 0, 0, 0)") != SQLITE_OK);
+}
+
+void tst_Schema::quarterHoursBecomeHoursOfTheirDays()
+{
+    Database database;
+    openMemory(database);
+    Migrations first = velq::schemaMigrations();
+    first.resize(1);
+    QCOMPARE(migrate(database, first), SQLITE_OK);
+    // Four quarters of an hour, the next hour of the same day, the next day, and Wi-Fi.
+    QCOMPARE(database.execute("INSERT INTO bucket VALUES (0, 79200, 1, 2, 3), (0, 80100, 10, 0, 0),"
+                              " (0, 81900, 100, 0, 0), (0, 82800, 1000, 5, 0),"
+                              " (0, 86400, 10000, 0, 0), (1, 79200, 7, 7, 7)"),
+             SQLITE_OK);
+    QCOMPARE(migrate(database, velq::schemaMigrations()), SQLITE_OK);
+    QCOMPARE(number(database, "SELECT download FROM hour WHERE start = 79200 AND use = 0"),
+             std::int64_t(111));
+    QCOMPARE(number(database, "SELECT count(*) FROM hour"), std::int64_t(4));
+    QCOMPARE(number(database, "SELECT download FROM day WHERE day = 0 AND use = 0"),
+             std::int64_t(1111));
+    QCOMPARE(number(database, "SELECT download FROM day WHERE day = 1"), std::int64_t(10000));
+    QCOMPARE(number(database, "SELECT any_ms FROM day WHERE day = 0 AND use = 1"), std::int64_t(7));
+    QCOMPARE(number(database, "SELECT count(*) FROM device"), std::int64_t(1));
 }
 
 void tst_Schema::aClosedDatabaseIsUnreadable()
