@@ -148,7 +148,8 @@ bool Engine::periodReport(int kind, int type, Report &report)
     Period period {};
     Totals totals;
     if (!periodOf(kind, period)
-        || !m_ledger.totals(type, periodSpan(period, now(), m_periodStart), totals))
+        || !m_ledger.totals(type, periodSpan(period, now(), TimeZone::system(), m_periodStart),
+                            totals))
         return false;
     report = reportOf(totals);
     return true;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "calendar/Period.h"
 #include "counters/CounterSource.h"
 #include "engine/CallbackList.h"
 #include "engine/Clock.h"
 #include "engine/ConnectionTracker.h"
 #include "engine/Report.h"
 #include "store/Ledger.h"
-#include "store/Period.h"
 
 #include <atomic>
 #include <cstdint>

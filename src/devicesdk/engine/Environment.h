@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/Period.h"
+#include "calendar/Period.h"
 
 #include <string>
 
