@@ -17,7 +17,11 @@ Day dayNumber(const Date &date)
 
 Date dateOf(Day day)
 {
-    const cctz::civil_day date = kEpoch + day;
+    // cctz counts on year by year, so it begins as near as possible.
+    constexpr std::int64_t kYears = 400;
+    constexpr std::int64_t kDaysOfThem = 146097;
+    const cctz::civil_day near(kEpoch.year() + day * kYears / kDaysOfThem, 1, 1);
+    const cctz::civil_day date = near + (day - (near - kEpoch));
     return { static_cast<int>(date.year()), date.month(), date.day() };
 }
 

@@ -20,7 +20,8 @@ const char kUtc[] = "UTC";
 
 cctz::civil_second midnight(Day day)
 {
-    return cctz::civil_second(cctz::civil_day(1970, 1, 1) + day);
+    const Date date = dateOf(day);
+    return cctz::civil_second(date.year, date.month, date.day);
 }
 
 } // namespace
