@@ -15,16 +15,37 @@ namespace velq {
 
 namespace {
 
-// cctz reads a zone once for each name, for ever. A name that is this and the bytes themselves is
-// therefore always right, however often a file changes, and needs no table of our own.
+// cctz reads a zone once for each name, for ever. A name made of the bytes is therefore right
+// however often a file changes, and needs no table of ours.
 const char kPrefix[] = "velq:";
-constexpr std::size_t kPrefixLength = sizeof kPrefix - 1;
+
+thread_local const std::string *t_bytes = nullptr; // of the zone that this thread is loading
+
+struct Loading
+{
+    explicit Loading(const std::string &bytes)
+    {
+        t_bytes = &bytes;
+    }
+    ~Loading()
+    {
+        t_bytes = nullptr;
+    }
+    Loading(const Loading &) = delete;
+    Loading &operator=(const Loading &) = delete;
+};
+
+std::string nameOf(const std::string &bytes)
+{
+    return kPrefix + std::to_string(bytes.size()) + ':'
+        + std::to_string(std::hash<std::string>()(bytes));
+}
 
 class ByteSource : public cctz::ZoneInfoSource
 {
 public:
-    explicit ByteSource(std::string bytes)
-        : m_bytes(std::move(bytes))
+    explicit ByteSource(const std::string &bytes)
+        : m_bytes(bytes)
     {
     }
 
@@ -45,7 +66,7 @@ public:
     }
 
 private:
-    const std::string m_bytes;
+    const std::string &m_bytes;
     std::size_t m_at = 0;
 };
 
@@ -56,9 +77,7 @@ Factory g_previous = nullptr;
 
 Source makeSource(const std::string &name, const std::function<Source(const std::string &)> &other)
 {
-    if (name.compare(0, kPrefixLength, kPrefix) == 0)
-        return std::make_unique<ByteSource>(name.substr(kPrefixLength));
-    return g_previous(name, other);
+    return t_bytes ? std::make_unique<ByteSource>(*t_bytes) : g_previous(name, other);
 }
 
 //! What cctz keeps for ever would be unreachable once it is unloaded together with this library.
@@ -69,7 +88,7 @@ void keepCctzLoaded()
         (void)dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
-/*! Our factory is cctz's while this library is loaded; names that are not ours go on as before. */
+/*! Our factory is cctz's while this library is loaded; what others load goes on as before. */
 class Registration
 {
 public:
@@ -94,8 +113,10 @@ bool loadZoneBytes(const std::string &bytes, cctz::time_zone &zone)
 {
     static const bool kept = (keepCctzLoaded(), true);
     (void)kept;
-    // Damaged bytes do not get there: cctz would believe their lengths and keep a name for each.
-    return isZoneFile(bytes) && cctz::load_time_zone(kPrefix + bytes, &zone);
+    if (!isZoneFile(bytes)) // cctz would believe its counts and keep its name
+        return false;
+    const Loading loading(bytes);
+    return cctz::load_time_zone(nameOf(bytes), &zone);
 }
 
 } // namespace velq

@@ -156,7 +156,7 @@ std::int64_t changeInstant(int year, const RuleDate &date, int offset)
 
 std::optional<ZoneRule> parseZoneRule(const std::string &text)
 {
-    constexpr int kLargestOffset = 24; // hours
+    constexpr int kLargestOffset = 23; // hours; cctz has no zone a whole day off
     RuleReader reader(text);
     ZoneRule rule;
     int west = 0; // rules count offsets westwards
