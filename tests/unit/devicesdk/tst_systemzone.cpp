@@ -8,7 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <atomic>
 #include <memory>
+#include <thread>
+#include <utility>
+#include <vector>
 
 using velq::SystemZone;
 using velq::TimeZone;
@@ -36,6 +41,7 @@ private slots:
     void theProcessVariableIsTheSystems();
     void anotherFolderOfZones();
     void theProcessZoneStaysAlone();
+    void manyThreadsMayAsk();
 
 private:
     [[nodiscard]] std::string path(const char *name) const;
@@ -276,6 +282,27 @@ void tst_SystemZone::theProcessZoneStaysAlone()
     qputenv("TZ", "Europe/Berlin"); // without tzset(): whose turn it is, is the host's affair
     QCOMPARE(hoursAhead(TimeZone::system()), 2.0);
     QCOMPARE(timezone, before);
+}
+
+void tst_SystemZone::manyThreadsMayAsk()
+{
+    link("localtime", std::string(kZones) + "Asia/Kathmandu");
+    const std::array<std::pair<const char *, double>, 4> zones {
+        { { nullptr, 5.75 }, { "Europe/Berlin", 2 }, { "JST-9", 9 }, { "Asia/Tokyo", 9 } }
+    };
+    std::atomic<int> wrong { 0 };
+    std::vector<std::thread> threads;
+    for (std::size_t first = 0; first < zones.size(); ++first)
+        threads.emplace_back([&, first] {
+            for (std::size_t i = first; i < first + 200; ++i) {
+                const auto &[variable, hours] = zones[i % zones.size()];
+                const TimeZone zone = m_zone->current(variable);
+                wrong += hoursAhead(zone) != hours || zone.dayOf(kSummer * 86400LL) != kSummer;
+            }
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    QCOMPARE(wrong.load(), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_SystemZone)
