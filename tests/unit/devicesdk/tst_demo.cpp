@@ -1,6 +1,6 @@
+#include "calendar/Period.h"
 #include "engine/DemoHistory.h"
 #include "engine/DemoSource.h"
-#include "store/Period.h"
 
 #include <QtTest>
 
@@ -112,7 +112,8 @@ void tst_Demo::theHistoryFillsEveryPeriod()
     std::uint64_t smaller = 0;
     for (const velq::Period period :
          { velq::Period::Day, velq::Period::Month, velq::Period::Year }) {
-        const velq::Totals totals = velq::sum(past.buckets, 0, velq::periodSpan(period, kNow));
+        const velq::Totals totals
+            = velq::sum(past.buckets, 0, velq::periodSpan(period, kNow, velq::TimeZone::utc()));
         QVERIFY(totals.download > smaller);
         QVERIFY(totals.upload > 0);
         QVERIFY(totals.upload < totals.download);

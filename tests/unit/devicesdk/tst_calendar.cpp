@@ -1,24 +1,24 @@
-#include "store/Period.h"
+#include "calendar/Period.h"
 
 #include <QDateTime>
 #include <QtTest>
 
 #include <climits>
-#include <cstdlib>
-#include <ctime>
 #include <initializer_list>
-#include <vector>
+#include <limits>
 
 using velq::Period;
 using velq::PeriodStart;
 using velq::Span;
+using velq::TimeZone;
 
-class tst_Period : public QObject
+class tst_Calendar : public QObject
 {
     Q_OBJECT
 private slots:
-    void cleanup();
-
+    void datesHaveNumbers_data();
+    void datesHaveNumbers();
+    void numbersAndDatesAgreeForEightCenturies();
     void starts_data();
     void starts();
     void weeksBeginOnTheChosenDay_data();
@@ -29,21 +29,18 @@ private slots:
     void onlyRealDaysAreValid_data();
     void onlyRealDaysAreValid();
     void daysAndYearsDoNotMove();
-    void everyInstantLiesInItsPeriodAndTheyJoin_data();
-    void everyInstantLiesInItsPeriodAndTheyJoin();
-    void chosenPeriodsJoin_data();
-    void chosenPeriodsJoin();
-    void aChangedZoneIsFollowed();
-    void bucketStarts_data();
-    void bucketStarts();
+    void periodsOfDaysTile();
+    void theEndsOfTimeAreSafe();
 };
 
 namespace {
 
-void setZone(const char *zone)
+TimeZone zoneNamed(const QString &name)
 {
-    qputenv("TZ", zone);
-    tzset();
+    const auto zone = TimeZone::named(name.toStdString());
+    if (!zone)
+        qFatal("no zone %s", qPrintable(name));
+    return *zone;
 }
 
 qint64 utc(const QString &text)
@@ -136,50 +133,55 @@ void checkRow(Period period, const PeriodStart &start)
 {
     QFETCH(QString, zone);
     QFETCH(QString, now);
-    setZone(zone.toLatin1().constData());
-    const Span span = velq::periodSpan(period, utc(now), start);
+    const Span span = velq::periodSpan(period, utc(now), zoneNamed(zone), start);
     QTEST(QDateTime::fromSecsSinceEpoch(span.from).toUTC().toString(Qt::ISODate).chopped(1),
           "from");
     QTEST(QDateTime::fromSecsSinceEpoch(span.to).toUTC().toString(Qt::ISODate).chopped(1), "to");
 }
 
-//! Every period that touches four years, in order.
-std::vector<Span> spansOfFourYears(Period period, const PeriodStart &start)
+QDate dateOf(velq::Day day)
 {
-    std::vector<Span> spans { velq::periodSpan(period, utc("2016-01-01T00:00:00"), start) };
-    while (spans.back().to < utc("2020-01-01T00:00:00"))
-        spans.push_back(velq::periodSpan(period, spans.back().to, start));
-    return spans;
-}
-
-void checkJoined(const std::vector<Span> &spans, Period period, const PeriodStart &start)
-{
-    for (std::size_t i = 0; i < spans.size(); ++i) {
-        QVERIFY(spans[i].to > spans[i].from);
-        QCOMPARE(spans[i].from % velq::kBucketSeconds, std::int64_t(0));
-        if (i > 0)
-            QCOMPARE(spans[i].from, spans[i - 1].to);
-        for (const std::int64_t inside : { (spans[i].from + spans[i].to) / 2, spans[i].to - 1 }) {
-            const Span same = velq::periodSpan(period, inside, start);
-            QCOMPARE(same.from, spans[i].from);
-            QCOMPARE(same.to, spans[i].to);
-        }
-    }
-}
-
-QDate localDate(std::int64_t second)
-{
-    return QDateTime::fromSecsSinceEpoch(second).date();
+    return QDate(1970, 1, 1).addDays(day);
 }
 
 } // namespace
 
-void tst_Period::cleanup()
+void tst_Calendar::datesHaveNumbers_data()
 {
-    setZone("UTC");
+    QTest::addColumn<int>("year");
+    QTest::addColumn<int>("month");
+    QTest::addColumn<int>("day");
+    QTest::addColumn<int>("number");
+    QTest::newRow("the epoch") << 1970 << 1 << 1 << 0;
+    QTest::newRow("the day before") << 1969 << 12 << 31 << -1;
+    QTest::newRow("a leap day") << 2000 << 2 << 29 << 11016;
+    QTest::newRow("after a century's February") << 2100 << 3 << 1 << 47541;
 }
 
-void tst_Period::starts_data()
+void tst_Calendar::datesHaveNumbers()
+{
+    QFETCH(int, year);
+    QFETCH(int, month);
+    QFETCH(int, day);
+    QFETCH(int, number);
+    QCOMPARE(velq::dayNumber({ year, month, day }), number);
+    QCOMPARE(velq::dateOf(number).year, year);
+    QCOMPARE(velq::dateOf(number).month, month);
+    QCOMPARE(velq::dateOf(number).day, day);
+}
+
+void tst_Calendar::numbersAndDatesAgreeForEightCenturies()
+{
+    const QDate last(2400, 12, 31);
+    for (QDate date(1600, 1, 1); date <= last; date = date.addDays(1)) {
+        const auto number = velq::Day(QDate(1970, 1, 1).daysTo(date));
+        QCOMPARE(velq::dayNumber({ date.year(), date.month(), date.day() }), number);
+        const velq::Date same = velq::dateOf(number);
+        QCOMPARE(QDate(same.year, same.month, same.day), date);
+    }
+}
+
+void tst_Calendar::starts_data()
 {
     QTest::addColumn<QString>("zone");
     QTest::addColumn<int>("period");
@@ -190,20 +192,19 @@ void tst_Period::starts_data()
     addLongerPeriods();
 }
 
-void tst_Period::starts()
+void tst_Calendar::starts()
 {
     QFETCH(QString, zone);
     QFETCH(int, period);
     QFETCH(QString, now);
     QFETCH(QString, from);
     QFETCH(QString, to);
-    setZone(zone.toLatin1().constData());
-    const Span span = velq::periodSpan(Period(period), utc(now));
+    const Span span = velq::periodSpan(Period(period), utc(now), zoneNamed(zone));
     QCOMPARE(qint64(span.from), utc(from));
     QCOMPARE(qint64(span.to), utc(to));
 }
 
-void tst_Period::weeksBeginOnTheChosenDay_data()
+void tst_Calendar::weeksBeginOnTheChosenDay_data()
 {
     addRows({
         { "Thursday's first second", "UTC", 3, "2031-03-06T00:00:00", "2031-03-06T00:00:00",
@@ -229,13 +230,13 @@ void tst_Period::weeksBeginOnTheChosenDay_data()
     });
 }
 
-void tst_Period::weeksBeginOnTheChosenDay()
+void tst_Calendar::weeksBeginOnTheChosenDay()
 {
     QFETCH(int, day);
     checkRow(Period::Week, { day, 1 });
 }
 
-void tst_Period::monthsBeginOnTheChosenDay_data()
+void tst_Calendar::monthsBeginOnTheChosenDay_data()
 {
     addRows({
         { "the day itself", "UTC", 15, "2031-03-15T00:00:00", "2031-03-15T00:00:00",
@@ -265,27 +266,27 @@ void tst_Period::monthsBeginOnTheChosenDay_data()
     });
 }
 
-void tst_Period::monthsBeginOnTheChosenDay()
+void tst_Calendar::monthsBeginOnTheChosenDay()
 {
     QFETCH(int, day);
     checkRow(Period::Month, { 0, day });
 }
 
-void tst_Period::monthsNeverDrift()
+void tst_Calendar::monthsNeverDrift()
 {
-    std::int64_t now = utc("2031-01-31T12:00:00");
+    velq::Day today = velq::dayNumber({ 2031, 1, 31 });
     QStringList begins;
     for (int i = 0; i < 13; ++i) {
-        const Span month = velq::periodSpan(Period::Month, now, { 0, 31 });
-        begins.append(localDate(month.from).toString(QStringLiteral("MM-dd")));
-        now = month.to;
+        const velq::DaySpan month = velq::periodDays(Period::Month, today, { 0, 31 });
+        begins.append(dateOf(month.from).toString(QStringLiteral("MM-dd")));
+        today = month.to;
     }
     QCOMPARE(begins.join(' '),
              QStringLiteral("01-31 02-28 03-31 04-30 05-31 06-30 07-31 08-31 09-30 10-31 11-30 "
                             "12-31 01-31"));
 }
 
-void tst_Period::onlyRealDaysAreValid_data()
+void tst_Calendar::onlyRealDaysAreValid_data()
 {
     QTest::addColumn<int>("weekday");
     QTest::addColumn<int>("dayOfMonth");
@@ -300,93 +301,69 @@ void tst_Period::onlyRealDaysAreValid_data()
     QTest::newRow("the largest numbers") << INT_MAX << INT_MAX << false;
 }
 
-void tst_Period::onlyRealDaysAreValid()
+void tst_Calendar::onlyRealDaysAreValid()
 {
     QFETCH(int, weekday);
     QFETCH(int, dayOfMonth);
     QTEST(velq::isValid({ weekday, dayOfMonth }), "valid");
 }
 
-void tst_Period::daysAndYearsDoNotMove()
+void tst_Calendar::daysAndYearsDoNotMove()
 {
-    const qint64 now = utc("2031-03-05T12:00:00");
+    const velq::Day today = velq::dayNumber({ 2031, 3, 5 });
     for (const Period period : { Period::Day, Period::Year }) {
-        QCOMPARE(velq::periodSpan(period, now, { 3, 31 }).from, velq::periodSpan(period, now).from);
-        QCOMPARE(velq::periodSpan(period, now, { 3, 31 }).to, velq::periodSpan(period, now).to);
+        const velq::DaySpan usual = velq::periodDays(period, today);
+        QCOMPARE(velq::periodDays(period, today, { 3, 31 }).from, usual.from);
+        QCOMPARE(velq::periodDays(period, today, { 3, 31 }).to, usual.to);
     }
 }
 
-void tst_Period::everyInstantLiesInItsPeriodAndTheyJoin_data()
+// Each day of 1600 to 2400 is in the period that begins with the last begin up to it.
+void tst_Calendar::periodsOfDaysTile()
 {
-    QTest::addColumn<QString>("zone");
-    for (const char *zone :
-         { "UTC", "Europe/Berlin", "America/Sao_Paulo", "America/Havana", "Asia/Kathmandu",
-           "Australia/Lord_Howe", "Pacific/Chatham", "Asia/Beirut", "Africa/Casablanca" })
-        QTest::newRow(zone) << zone;
-}
-
-void tst_Period::everyInstantLiesInItsPeriodAndTheyJoin()
-{
-    QFETCH(QString, zone);
-    setZone(zone.toLatin1().constData());
-    for (const Period period : { Period::Day, Period::Week, Period::Month, Period::Year })
-        checkJoined(spansOfFourYears(period, {}), period, {});
-}
-
-void tst_Period::chosenPeriodsJoin_data()
-{
-    everyInstantLiesInItsPeriodAndTheyJoin_data();
-}
-
-void tst_Period::chosenPeriodsJoin()
-{
-    QFETCH(QString, zone);
-    setZone(zone.toLatin1().constData());
-    for (int weekday = 0; weekday < 7; ++weekday) {
-        const PeriodStart start { weekday, 1 };
-        const auto weeks = spansOfFourYears(Period::Week, start);
-        checkJoined(weeks, Period::Week, start);
-        for (const Span &week : weeks)
-            QCOMPARE(localDate(week.from).dayOfWeek(), weekday + 1);
-    }
-    for (int day = 1; day <= 31; ++day) {
-        const PeriodStart start { 0, day };
-        const auto months = spansOfFourYears(Period::Month, start);
-        checkJoined(months, Period::Month, start);
-        const QDate first = localDate(months.front().from);
-        for (std::size_t i = 0; i < months.size(); ++i) {
-            const QDate date = localDate(months[i].from);
-            QCOMPARE(date.month(), first.addDays(1 - first.day()).addMonths(int(i)).month());
-            QCOMPARE(date.day(), qMin(day, date.daysInMonth()));
+    const velq::Day first = velq::dayNumber({ 1600, 1, 1 });
+    const velq::Day last = velq::dayNumber({ 2400, 12, 31 });
+    qint64 periods = 0;
+    const auto check = [&](Period period, const PeriodStart &start, auto begins) {
+        velq::DaySpan current = velq::periodDays(period, first, start);
+        for (velq::Day day = first; day <= last; ++day) {
+            if (day == current.to) {
+                current.from = day;
+                ++periods;
+            }
+            const velq::DaySpan span = velq::periodDays(period, day, start);
+            QCOMPARE(span.from, current.from);
+            if (day == current.from) {
+                QVERIFY(span.to > day);
+                current.to = span.to;
+            }
+            QCOMPARE(span.to, current.to);
+            QCOMPARE(day == span.from || day == first, begins(dateOf(day)) || day == first);
         }
+    };
+    for (int weekday = 0; weekday < 7; ++weekday)
+        check(Period::Week, { weekday, 1 },
+              [weekday](const QDate &date) { return date.dayOfWeek() == weekday + 1; });
+    for (int day = 1; day <= 31; ++day)
+        check(Period::Month, { 0, day },
+              [day](const QDate &date) { return date.day() == qMin(day, date.daysInMonth()); });
+    check(Period::Day, {}, [](const QDate &) { return true; });
+    check(Period::Year, {}, [](const QDate &date) { return date.dayOfYear() == 1; });
+    qInfo("%lld periods of days", static_cast<long long>(periods));
+}
+
+void tst_Calendar::theEndsOfTimeAreSafe()
+{
+    using Limits = std::numeric_limits<std::int64_t>;
+    for (const char *name : { "UTC", "Europe/Berlin", "Asia/Kathmandu" }) {
+        const TimeZone zone = zoneNamed(QLatin1String(name));
+        for (const std::int64_t now : { Limits::min(), Limits::max() })
+            for (const Period period : { Period::Day, Period::Week, Period::Month, Period::Year }) {
+                const Span span = velq::periodSpan(period, now, zone, { 6, 31 });
+                QVERIFY(span.from < span.to);
+            }
     }
 }
 
-void tst_Period::aChangedZoneIsFollowed()
-{
-    const qint64 now = utc("2031-03-05T20:00:00"); // already the 6th in Tokyo
-    setZone("UTC");
-    QCOMPARE(qint64(velq::periodSpan(Period::Day, now).from), utc("2031-03-05T00:00:00"));
-    qputenv("TZ", "Asia/Tokyo"); // the traveller's; nobody calls tzset() for us
-    QCOMPARE(qint64(velq::periodSpan(Period::Day, now).from), utc("2031-03-05T15:00:00"));
-}
-
-void tst_Period::bucketStarts_data()
-{
-    QTest::addColumn<qint64>("second");
-    QTest::addColumn<qint64>("start");
-    QTest::newRow("on the border") << qint64(1800) << qint64(1800);
-    QTest::newRow("the last second") << qint64(2699) << qint64(1800);
-    QTest::newRow("the epoch") << qint64(0) << qint64(0);
-    QTest::newRow("before the epoch") << qint64(-1) << qint64(-900);
-    QTest::newRow("a border before the epoch") << qint64(-900) << qint64(-900);
-}
-
-void tst_Period::bucketStarts()
-{
-    QFETCH(qint64, second);
-    QTEST(qint64(velq::bucketStart(second)), "start");
-}
-
-QTEST_GUILESS_MAIN(tst_Period)
-#include "tst_period.moc"
+QTEST_GUILESS_MAIN(tst_Calendar)
+#include "tst_calendar.moc"

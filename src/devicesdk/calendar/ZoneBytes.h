@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cctz/time_zone.h>
+
+#include <string>
+
+namespace velq {
+
+/*!
+ * Makes cctz take a zone from the \a bytes of a compiled time zone file; false for damaged ones and
+ * for those that count leap seconds. The same bytes are kept only once, for the rest of the
+ * process.
+ */
+[[nodiscard]] bool loadZoneBytes(const std::string &bytes, cctz::time_zone &zone);
+
+} // namespace velq

@@ -1,0 +1,223 @@
+// Rules and files of time zones that are broken, and names that are none.
+
+#include "calendar/TimeZone.h"
+#include "calendar/ZoneFile.h"
+#include "calendar/ZoneRule.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <limits>
+#include <random>
+
+using velq::TimeZone;
+
+class tst_ZoneFile : public QObject
+{
+    Q_OBJECT
+private slots:
+    void onlyRulesAreTaken_data();
+    void onlyRulesAreTaken();
+    void aRuleIsTakenApart();
+    void onlyNamesOfZonesHavePaths_data();
+    void onlyNamesOfZonesHavePaths();
+    void everyCutIsNoticed_data();
+    void everyCutIsNoticed();
+    void countsBeyondTheFileAreNoticed();
+    void aFileWithLeapSecondsIsRefused();
+    void damagedFilesDoNoHarm();
+};
+
+namespace {
+
+std::string fileOf(const char *zone)
+{
+    const auto bytes = velq::readZoneFile(velq::zonePath(zone));
+    if (!bytes)
+        qFatal("no zone %s", zone);
+    return *bytes;
+}
+
+//! The order of days must hold even in a zone that is nonsense.
+bool keepsItsWord(const TimeZone &zone, std::int64_t instant)
+{
+    const velq::Day day = zone.dayOf(instant);
+    return zone.firstInstant(day) <= instant && instant < zone.firstInstant(day + 1);
+}
+
+} // namespace
+
+void tst_ZoneFile::onlyRulesAreTaken_data()
+{
+    QTest::addColumn<QByteArray>("rule");
+    QTest::addColumn<bool>("taken");
+    for (const char *rule :
+         { "UTC0", "CET-1", "CET-1CEST", "CET-01:00:00CEST-02:00:00,M3.5.0/2,M10.5.0/3",
+           "<-03>3<-02>,M3.5.0/-2,M10.5.0/-1", "EST5EDT,J1,J365/167:59:59", "EST+5EDT,0,365/-167",
+           "AAA23:59:59", "AAA-23:59:59" })
+        QTest::newRow(rule) << QByteArray(rule) << true;
+    for (const char *rule : { "",
+                              "CET",
+                              "CE-1",
+                              "-1",
+                              "CET-",
+                              "CET-24",
+                              "CET24",
+                              "CET-1:60",
+                              "CET-1:00:60",
+                              "CET-1:",
+                              "CET--1",
+                              "<CET-1",
+                              "<CE>-1",
+                              "CET>-1",
+                              "CET-1CE",
+                              "CET-1CEST,",
+                              "CET-1CEST,M3.5.0",
+                              "CET-1CEST,M3.5.0,",
+                              "CET-1CEST,M0.5.0,M10.5.0",
+                              "CET-1CEST,M13.5.0,M10.5.0",
+                              "CET-1CEST,M3.0.0,M10.5.0",
+                              "CET-1CEST,M3.6.0,M10.5.0",
+                              "CET-1CEST,M3.5.7,M10.5.0",
+                              "CET-1CEST,M3.5,M10.5.0",
+                              "CET-1CEST,J0,J300",
+                              "CET-1CEST,J366,J1",
+                              "CET-1CEST,366,1",
+                              "CET-1CEST,J60/168,J300",
+                              "CET-1CEST,J60,J300 ",
+                              "CET-1CEST,J60,J300,J301",
+                              "CET-99999999999999999999",
+                              "CET-1,M3.5.0,M10.5.0" })
+        QTest::newRow(*rule ? rule : "nothing") << QByteArray(rule) << false;
+}
+
+void tst_ZoneFile::onlyRulesAreTaken()
+{
+    QFETCH(QByteArray, rule);
+    QTEST(TimeZone::ofRule(rule.toStdString()).has_value(), "taken");
+}
+
+void tst_ZoneFile::aRuleIsTakenApart()
+{
+    const auto rule = velq::parseZoneRule("<-0330>3:30:10NDT,J60/-1:30,M10.5.6");
+    QVERIFY(rule);
+    QCOMPARE(rule->standard, -(3 * 3600 + 30 * 60 + 10));
+    QVERIFY(rule->hasSummer);
+    QCOMPARE(rule->summer, rule->standard + 3600);
+    QCOMPARE(int(rule->begin.kind), int(velq::RuleDate::Kind::DayWithoutLeap));
+    QCOMPARE(rule->begin.day, 60);
+    QCOMPARE(rule->begin.seconds, -5400);
+    QCOMPARE(int(rule->end.kind), int(velq::RuleDate::Kind::WeekdayOfMonth));
+    QCOMPARE(rule->end.month, 10);
+    QCOMPARE(rule->end.week, 5);
+    QCOMPARE(rule->end.weekday, 6);
+    QCOMPARE(rule->end.seconds, 7200);
+}
+
+void tst_ZoneFile::onlyNamesOfZonesHavePaths_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<bool>("path");
+    for (const char *name : { "UTC", "Etc/GMT+5", "America/Port-au-Prince", "a_b/c" })
+        QTest::newRow(name) << QByteArray(name) << true;
+    for (const char *name : { "/etc/localtime", "../x", "a/../b", "zone.tab", "a b", "\xc3\xa4" })
+        QTest::newRow(name) << QByteArray(name) << false;
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("with a zero byte") << QByteArray("UTC\0x", 5) << false;
+    QTest::newRow("very long") << QByteArray(256, 'a') << false;
+}
+
+void tst_ZoneFile::onlyNamesOfZonesHavePaths()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(bool, path);
+    QCOMPARE(!velq::zonePath(name.toStdString()).empty(), path);
+    if (!path)
+        QVERIFY(!TimeZone::named(name.toStdString()));
+}
+
+void tst_ZoneFile::everyCutIsNoticed_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("a zone's file") << QByteArray::fromStdString(fileOf("Europe/Berlin"));
+    const auto rule = velq::parseZoneRule("CET-1CEST");
+    QTest::newRow("a rule's file") << QByteArray::fromStdString(velq::zoneFileOf(*rule));
+}
+
+void tst_ZoneFile::everyCutIsNoticed()
+{
+    QFETCH(QByteArray, bytes);
+    const std::string whole = bytes.toStdString();
+    const std::size_t tables = whole.rfind('\n', whole.size() - 2); // what is behind is only a rule
+    QVERIFY(velq::isZoneFile(whole));
+    QVERIFY(velq::isZoneFile(whole.substr(0, tables)));
+    for (std::size_t length = 0; length < tables; ++length)
+        QVERIFY2(!velq::isZoneFile(whole.substr(0, length)), std::to_string(length).c_str());
+}
+
+void tst_ZoneFile::countsBeyondTheFileAreNoticed()
+{
+    const std::string whole = fileOf("Europe/Berlin");
+    for (std::size_t count = 20; count < 44; count += 4) {
+        std::string bytes = whole;
+        for (std::size_t i = 0; i < 4; ++i)
+            bytes[count + i] = '\xff';
+        QVERIFY(!velq::isZoneFile(bytes));
+    }
+}
+
+void tst_ZoneFile::aFileWithLeapSecondsIsRefused()
+{
+    // Version 1, one leap second, one type: its clock would not be the system's.
+    std::string bytes("TZif\0", 5);
+    bytes.append(15, '\0');
+    bytes.append(std::string("\0\0\0\0\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\1\0\0\0\4", 24));
+    bytes.append(std::string("\0\0\0\0\0\0UTC\0\4\xb2\x58\0\0\0\0\1", 18));
+    QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("leap")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes.data(), qint64(bytes.size()));
+    file.close();
+    QVERIFY(velq::isZoneFile(bytes));
+    QVERIFY(!TimeZone::ofFile(file.fileName().toStdString(), "leap"));
+}
+
+void tst_ZoneFile::damagedFilesDoNoHarm()
+{
+    using Limits = std::numeric_limits<std::int64_t>;
+    constexpr std::int64_t kFar = 80'000'000'000'000; // 2.5 million years
+    bool given = false;
+    const quint64 seed = qEnvironmentVariable("NETINFO_SEED").toULongLong(&given);
+    const quint64 used = given ? seed : std::random_device {}();
+    qInfo("NETINFO_SEED=%llu", static_cast<unsigned long long>(used));
+    std::mt19937_64 random(used);
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("zone"));
+    int taken = 0;
+    constexpr int kRounds = 1000;
+    for (int round = 0; round < kRounds; ++round) {
+        QByteArray bytes
+            = QByteArray::fromStdString(fileOf(round % 2 ? "UTC" : "America/St_Johns"));
+        for (int i = 0; i <= round % 4; ++i)
+            bytes[int(random() % quint64(bytes.size()))] = char(random());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        const auto zone = TimeZone::ofFile(path.toStdString(), "damaged");
+        if (!zone)
+            continue;
+        ++taken;
+        for (const std::int64_t instant :
+             { -kFar, kFar, std::int64_t(0), std::int64_t(random() % 8000000000) })
+            QVERIFY(keepsItsWord(*zone, instant));
+        (void)zone->dayOf(Limits::min());
+        (void)zone->dayOf(Limits::max());
+    }
+    qInfo("%d of %d damaged files taken", taken, kRounds);
+    QVERIFY(taken > 0 && taken < kRounds);
+}
+
+QTEST_GUILESS_MAIN(tst_ZoneFile)
+#include "tst_zonefile.moc"
