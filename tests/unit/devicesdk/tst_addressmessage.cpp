@@ -12,6 +12,7 @@ class tst_AddressMessage : public QObject
 private slots:
     void links_data();
     void links();
+    void aCapturedAddress();
     void cutMessagesAreRefused();
 };
 
@@ -53,6 +54,12 @@ void tst_AddressMessage::links()
     QFETCH(int, scope);
     const Bytes bytes = addressBytes(type, 7, scope);
     QTEST(velq::linkOfNewAddress(bytes.data(), bytes.size()), "link");
+}
+
+void tst_AddressMessage::aCapturedAddress()
+{
+    const Bytes bytes = captured("address.bin");
+    QCOMPARE(velq::linkOfNewAddress(bytes.data(), bytes.size()), 20);
 }
 
 void tst_AddressMessage::cutMessagesAreRefused()
