@@ -10,11 +10,12 @@ namespace velq {
 
 /*! The message at the start of \a buffer, when it is whole and has \a bodySize bytes; else null. */
 [[nodiscard]] inline const nlmsghdr *wholeMessage(const void *buffer, std::size_t size,
-                                                  std::size_t bodySize)
+                                                  std::size_t bodySize = 0)
 {
     const auto *header = static_cast<const nlmsghdr *>(buffer);
-    if (!buffer || size > INT_MAX || !mnl_nlmsg_ok(header, static_cast<int>(size))
-        || mnl_nlmsg_get_payload_len(header) < bodySize)
+    // Not libmnl's own check: it takes a length above INT_MAX for a small one.
+    if (!buffer || size < sizeof *header || header->nlmsg_len < sizeof *header + bodySize
+        || header->nlmsg_len > size)
         return nullptr;
     return header;
 }

@@ -1,5 +1,6 @@
 #include "counters/MessageStream.h"
 
+#include "counters/MessageParts.h"
 #include "counters/MessageQueue.h"
 
 #include <libmnl/libmnl.h>
@@ -93,7 +94,7 @@ bool MessageStream::visitAll(const char *data, std::size_t size, const Visitor *
     const auto *message = reinterpret_cast<const nlmsghdr *>(data);
     int left = static_cast<int>(size);
     bool complete = false;
-    while (mnl_nlmsg_ok(message, left)) {
+    while (left > 0 && wholeMessage(message, static_cast<std::size_t>(left))) {
         const auto rest = static_cast<std::size_t>(left);
         // An event bears the sequence number of whoever caused it, so the port decides.
         if (message->nlmsg_pid != m_queue->port())

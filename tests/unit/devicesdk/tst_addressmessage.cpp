@@ -14,6 +14,7 @@ private slots:
     void links();
     void aCapturedAddress();
     void cutMessagesAreRefused();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -74,6 +75,15 @@ void tst_AddressMessage::cutMessagesAreRefused()
         QCOMPARE(velq::linkOfNewAddress(cut.data(), cut.size()), 0);
     }
     QCOMPARE(velq::linkOfNewAddress(nullptr, 0), 0);
+}
+
+void tst_AddressMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = captured("address.bin");
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
+        QCOMPARE(velq::linkOfNewAddress(bytes.data(), bytes.size()), 0);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_AddressMessage)

@@ -39,6 +39,7 @@ private slots:
     void aNoteOfADriverHasNoCounters();
     void anIndexThatCannotBeIsRefused();
     void otherMessagesAreRefused();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -330,6 +331,15 @@ void tst_LinkMessage::otherMessagesAreRefused()
     for (const int type : { NLMSG_DONE, NLMSG_ERROR, int(RTM_GETLINK), int(RTM_NEWROUTE) }) {
         Bytes bytes = captured("link-up.bin");
         overwrite(bytes, offsetof(nlmsghdr, nlmsg_type), static_cast<unsigned short>(type));
+        QVERIFY(!parse(bytes));
+    }
+}
+
+void tst_LinkMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = captured("link-up.bin");
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
         QVERIFY(!parse(bytes));
     }
 }

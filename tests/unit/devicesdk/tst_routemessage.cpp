@@ -22,6 +22,7 @@ private slots:
     void theOrderOfPreference();
     void changesOfDefaultRoutes_data();
     void changesOfDefaultRoutes();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -212,6 +213,17 @@ void tst_RouteMessage::changesOfDefaultRoutes()
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         const Bytes cut = firstBytes(bytes, size);
         QVERIFY(!velq::isDefaultRouteChange(cut.data(), cut.size()));
+    }
+}
+
+void tst_RouteMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = routeBytes();
+    appendNumber(bytes, RTA_OIF, 5);
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
+        QVERIFY(!parse(bytes));
+        QVERIFY(!velq::isDefaultRouteChange(bytes.data(), bytes.size()));
     }
 }
 

@@ -20,6 +20,7 @@ private slots:
     void hostileLengthsAreRefused();
     void countersTooShortAreRefused();
     void otherMessagesAreRefused();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -122,6 +123,15 @@ void tst_StatsMessage::otherMessagesAreRefused()
     for (const int index : { 0, -1 }) {
         Bytes bytes = oneMessage();
         overwrite(bytes, sizeof(nlmsghdr) + offsetof(if_stats_msg, ifindex), index);
+        QVERIFY(!parse(bytes));
+    }
+}
+
+void tst_StatsMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = oneMessage();
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
         QVERIFY(!parse(bytes));
     }
 }
