@@ -64,7 +64,8 @@ bool readAttribute(const nlattr *attribute, LinkMessage &message, bool &lowerIsE
         message.name = textOf(attribute);
         break;
     case IFLA_STATS64:
-        message.hasCounters = readByteCounters(attribute, message.download, message.upload);
+        if (readByteCounters(attribute, message.download, message.upload))
+            message.hasCounters = true;
         break;
     case IFLA_LINKINFO:
         return readKind(attribute, message);

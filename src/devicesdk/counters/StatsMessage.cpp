@@ -38,8 +38,9 @@ std::optional<StatsMessage> parseStatsMessage(const void *buffer, std::size_t si
     StatsMessage message;
     bool hasCounters = false;
     const bool whole = visitAttributes(header, sizeof info, [&](const nlattr *attribute) {
-        if (mnl_attr_get_type(attribute) == IFLA_STATS_LINK_64)
-            hasCounters = readByteCounters(attribute, message.download, message.upload);
+        if (mnl_attr_get_type(attribute) == IFLA_STATS_LINK_64
+            && readByteCounters(attribute, message.download, message.upload))
+            hasCounters = true;
         return true;
     });
     message.index = static_cast<int>(info.ifindex);

@@ -324,7 +324,7 @@ void tst_LinkTraffic::deletionUnderTrafficLosesNothing()
         QTest::qSleep(5 + i);
         if (i % 2 == 0)
             read();
-        QTest::qSleep(i);
+        QTest::qSleep(1 + i);
         if (!command.isEmpty())
             QVERIFY(g_network->ipHere(command));
         written += tap.stopFlood();
