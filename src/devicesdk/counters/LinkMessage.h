@@ -13,7 +13,13 @@ struct LinkMessage
     bool deleted = false; //!< the link is gone; its counters are zeros then and mean nothing
     int index = 0;
     std::string name;
+    std::string kind; //!< "bridge", "tun", "vlan", ...; empty for hardware
+    std::string hardwareAddress; //!< the permanent one, "02:00:5e:10:00:01"; empty without one
+    int lowerIndex = 0; //!< the link that this one sends through, in its namespace; 0: none
+    int masterIndex = 0; //!< the bridge or bond that this one is a port of; 0: none
+    bool loopback = false;
     bool up = false; //!< administratively up, with carrier and operational
+    //! False as well in a Wi-Fi driver's notes, which have name and flags alone.
     bool hasCounters = false;
     std::uint64_t download = 0; //!< bytes
     std::uint64_t upload = 0;

@@ -1,5 +1,7 @@
 #include "counters/NetlinkSocket.h"
 
+#include "counters/MessageParts.h"
+
 #include <libmnl/libmnl.h>
 #include <linux/netlink.h>
 #include <sys/socket.h>
@@ -63,7 +65,7 @@ bool NetlinkSocket::visitAnswer(std::size_t size, unsigned sequence, const Visit
 {
     const auto *message = reinterpret_cast<const nlmsghdr *>(m_buffer.data());
     int left = static_cast<int>(size);
-    while (mnl_nlmsg_ok(message, left)) {
+    while (left > 0 && wholeMessage(message, static_cast<std::size_t>(left))) {
         const bool ours = message->nlmsg_seq == sequence; // an answer that came too late is skipped
         if (ours && message->nlmsg_type == NLMSG_DONE)
             return true;
@@ -103,7 +105,7 @@ bool NetlinkSocket::drain(const Visitor &visit)
             return complete;
         const auto *message = reinterpret_cast<const nlmsghdr *>(m_buffer.data());
         int left = static_cast<int>(received);
-        while (mnl_nlmsg_ok(message, left)) {
+        while (left > 0 && wholeMessage(message, static_cast<std::size_t>(left))) {
             visit(message, static_cast<std::size_t>(left));
             message = mnl_nlmsg_next(message, &left);
         }

@@ -1,10 +1,10 @@
 #include "counters/RouteMessage.h"
 
-#include <libmnl/libmnl.h>
+#include "counters/MessageParts.h"
+
 #include <linux/rtnetlink.h>
 #include <sys/socket.h>
 
-#include <climits>
 #include <cstring>
 
 namespace velq {
@@ -72,31 +72,12 @@ void readAttribute(const nlattr *attribute, Fields &fields)
     }
 }
 
-bool readAttributes(const nlmsghdr *header, Fields &fields)
-{
-    // Not libmnl's own end of the payload: that is rounded up, beyond a hostile message.
-    const auto *tail = reinterpret_cast<const char *>(header) + header->nlmsg_len;
-    const auto *attribute
-        = static_cast<const nlattr *>(mnl_nlmsg_get_payload_offset(header, sizeof(rtmsg)));
-    auto left = tail - reinterpret_cast<const char *>(attribute);
-    while (left > 0) {
-        if (left > INT_MAX || !mnl_attr_ok(attribute, static_cast<int>(left)))
-            return false;
-        readAttribute(attribute, fields);
-        attribute = mnl_attr_next(attribute);
-        left = tail - reinterpret_cast<const char *>(attribute);
-    }
-    return true;
-}
-
 } // namespace
 
 std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size)
 {
-    const auto *header = static_cast<const nlmsghdr *>(buffer);
-    if (!buffer || size > INT_MAX || !mnl_nlmsg_ok(header, static_cast<int>(size)))
-        return std::nullopt;
-    if (header->nlmsg_type != RTM_NEWROUTE || mnl_nlmsg_get_payload_len(header) < sizeof(rtmsg))
+    const auto *header = wholeMessage(buffer, size, sizeof(rtmsg));
+    if (!header || header->nlmsg_type != RTM_NEWROUTE)
         return std::nullopt;
     const auto *info = static_cast<const rtmsg *>(mnl_nlmsg_get_payload(header));
     const bool family = info->rtm_family == AF_INET || info->rtm_family == AF_INET6;
@@ -106,9 +87,21 @@ std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t si
     Fields fields;
     fields.route.family = info->rtm_family;
     fields.table = info->rtm_table;
-    if (!readAttributes(header, fields) || fields.table != RT_TABLE_MAIN || fields.route.index <= 0)
+    const bool whole = visitAttributes(header, sizeof(rtmsg), [&fields](const nlattr *attribute) {
+        readAttribute(attribute, fields);
+        return true;
+    });
+    if (!whole || fields.table != RT_TABLE_MAIN || fields.route.index <= 0)
         return std::nullopt;
     return fields.route;
+}
+
+bool isDefaultRouteChange(const void *buffer, std::size_t size)
+{
+    const auto *header = wholeMessage(buffer, size, sizeof(rtmsg));
+    if (!header || (header->nlmsg_type != RTM_NEWROUTE && header->nlmsg_type != RTM_DELROUTE))
+        return false;
+    return static_cast<const rtmsg *>(mnl_nlmsg_get_payload(header))->rtm_dst_len == 0;
 }
 
 bool isPreferred(const DefaultRoute &route, const DefaultRoute &other)

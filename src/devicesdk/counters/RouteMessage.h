@@ -20,6 +20,9 @@ struct DefaultRoute
  */
 [[nodiscard]] std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size);
 
+/*! Whether the first message of \a buffer tells of a default route that came, changed or went. */
+[[nodiscard]] bool isDefaultRouteChange(const void *buffer, std::size_t size);
+
 /*! Whether \a route comes before \a other: IPv4 first, then the lower metric. */
 [[nodiscard]] bool isPreferred(const DefaultRoute &route, const DefaultRoute &other);
 

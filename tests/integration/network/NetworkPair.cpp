@@ -174,6 +174,11 @@ bool NetworkPair::ipThere(const QString &arguments) const
     return onThreadIn(m_there, [&] { return runIp(arguments); });
 }
 
+bool NetworkPair::runThere(const std::function<bool()> &body) const
+{
+    return onThreadIn(m_there, body);
+}
+
 bool NetworkPair::upload(qint64 bytes) const
 {
     return transfer(true, bytes);

@@ -12,7 +12,9 @@ class tst_AddressMessage : public QObject
 private slots:
     void links_data();
     void links();
+    void aCapturedAddress();
     void cutMessagesAreRefused();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -55,6 +57,12 @@ void tst_AddressMessage::links()
     QTEST(velq::linkOfNewAddress(bytes.data(), bytes.size()), "link");
 }
 
+void tst_AddressMessage::aCapturedAddress()
+{
+    const Bytes bytes = captured("address.bin");
+    QCOMPARE(velq::linkOfNewAddress(bytes.data(), bytes.size()), 20);
+}
+
 void tst_AddressMessage::cutMessagesAreRefused()
 {
     const Bytes whole = addressBytes(RTM_NEWADDR, 7, RT_SCOPE_UNIVERSE);
@@ -67,6 +75,15 @@ void tst_AddressMessage::cutMessagesAreRefused()
         QCOMPARE(velq::linkOfNewAddress(cut.data(), cut.size()), 0);
     }
     QCOMPARE(velq::linkOfNewAddress(nullptr, 0), 0);
+}
+
+void tst_AddressMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = captured("address.bin");
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
+        QCOMPARE(velq::linkOfNewAddress(bytes.data(), bytes.size()), 0);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_AddressMessage)

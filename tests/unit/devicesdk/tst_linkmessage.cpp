@@ -5,6 +5,8 @@
 #include <linux/if.h>
 #include <linux/if_link.h>
 
+#include <climits>
+
 #include "NetlinkBytes.h"
 
 using velq::parseLinkMessage;
@@ -16,6 +18,9 @@ private slots:
     void aCapturedLinkThatIsUp();
     void aCapturedLinkWithoutCarrierIsNotUp();
     void aCapturedDeletion();
+    void capturedKindsAndNeighbours_data();
+    void capturedKindsAndNeighbours();
+    void aClosingLinkHasItsLastCounters();
     void leavingABridgeIsNoDeletion();
     void flagsThatMeanUp_data();
     void flagsThatMeanUp();
@@ -27,7 +32,14 @@ private slots:
     void countersTooShortAreNoCounters();
     void countersAreReadInFullWidth();
     void aNameWithoutItsEndIsNotReadBeyond();
+    void hardwareAddresses_data();
+    void hardwareAddresses();
+    void aHostileKindIsRefused();
+    void numbersTooShortAreNone();
+    void aNoteOfADriverHasNoCounters();
+    void anIndexThatCannotBeIsRefused();
     void otherMessagesAreRefused();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -74,6 +86,50 @@ void tst_LinkMessage::aCapturedDeletion()
     QVERIFY(link);
     QCOMPARE(link->deleted, true);
     QCOMPARE(link->index, 3);
+}
+
+void tst_LinkMessage::capturedKindsAndNeighbours_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("lower");
+    QTest::addColumn<int>("master");
+    QTest::newRow("a port of a bridge, its peer elsewhere") << "link-port.bin"
+                                                            << "va"
+                                                            << "veth" << 20 << 0 << 3;
+    QTest::newRow("a tunnel") << "link-tun.bin"
+                              << "ppp7"
+                              << "tun" << 2 << 0 << 0;
+    QTest::newRow("a link over a bridge") << "link-over-bridge.bin"
+                                          << "mac0"
+                                          << "macvlan" << 21 << 3 << 0;
+}
+
+void tst_LinkMessage::capturedKindsAndNeighbours()
+{
+    QFETCH(QString, file);
+    const auto link = parse(captured(file.toLatin1().constData()));
+    QVERIFY(link);
+    QTEST(QString::fromStdString(link->name), "name");
+    QTEST(QString::fromStdString(link->kind), "kind");
+    QTEST(link->index, "index");
+    QTEST(link->lowerIndex, "lower");
+    QTEST(link->masterIndex, "master");
+    QCOMPARE(link->loopback, false);
+    QCOMPARE(link->hardwareAddress, std::string()); // none of these has one for ever
+    QVERIFY(link->hasCounters);
+}
+
+void tst_LinkMessage::aClosingLinkHasItsLastCounters()
+{
+    const auto link = parse(captured("link-closing.bin"));
+    QVERIFY(link);
+    QCOMPARE(link->deleted, false);
+    QCOMPARE(link->up, false);
+    QCOMPARE(link->upload, quint64(154));
+    QCOMPARE(link->download, quint64(0)); // its peer's upload, and there is no peer any more
 }
 
 void tst_LinkMessage::leavingABridgeIsNoDeletion()
@@ -204,12 +260,86 @@ void tst_LinkMessage::aNameWithoutItsEndIsNotReadBeyond()
     QCOMPARE(link->name, std::string("wwan"));
 }
 
+void tst_LinkMessage::hardwareAddresses_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Ethernet") << QByteArray("\x02\x00\x5e\x10\xff\x01", 6) << "02:00:5e:10:ff:01";
+    QTest::newRow("zeros") << QByteArray(6, 0) << "";
+    QTest::newRow("empty") << QByteArray() << "";
+    QTest::newRow("the longest") << QByteArray(32, 1) << QString("01:").repeated(32).chopped(1);
+    QTest::newRow("longer than any") << QByteArray(33, 1) << "";
+}
+
+void tst_LinkMessage::hardwareAddresses()
+{
+    QFETCH(QByteArray, bytes);
+    Bytes message = firstBytes(captured("link-up.bin"), sizeof(nlmsghdr) + sizeof(ifinfomsg));
+    appendAttribute(message, IFLA_PERM_ADDRESS, bytes.constData(), std::size_t(bytes.size()));
+    const auto link = parse(message);
+    QVERIFY(link);
+    QTEST(QString::fromStdString(link->hardwareAddress), "text");
+}
+
+void tst_LinkMessage::aHostileKindIsRefused()
+{
+    const Bytes whole = captured("link-port.bin");
+    const std::size_t outer = attributeOffset(whole, sizeof(ifinfomsg), IFLA_LINKINFO);
+    QVERIFY(outer > 0);
+    for (const int length : { 0, 3, 2000, 0xffff }) {
+        Bytes bytes = whole;
+        overwrite(bytes, outer + sizeof(rtattr), static_cast<unsigned short>(length));
+        QVERIFY(!parse(bytes));
+    }
+}
+
+void tst_LinkMessage::numbersTooShortAreNone()
+{
+    Bytes bytes = firstBytes(captured("link-up.bin"), sizeof(nlmsghdr) + sizeof(ifinfomsg));
+    appendAttribute(bytes, IFLA_LINK, "abc", 3);
+    const int negative = -5;
+    appendAttribute(bytes, IFLA_MASTER, &negative, sizeof negative);
+    const auto link = parse(bytes);
+    QVERIFY(link);
+    QCOMPARE(link->lowerIndex, 0);
+    QCOMPARE(link->masterIndex, 0);
+}
+
+void tst_LinkMessage::aNoteOfADriverHasNoCounters()
+{
+    Bytes bytes = firstBytes(captured("link-up.bin"), sizeof(nlmsghdr) + sizeof(ifinfomsg));
+    appendAttribute(bytes, IFLA_IFNAME, "wlan0", 6);
+    appendAttribute(bytes, IFLA_WIRELESS, "scan", 4);
+    const auto link = parse(bytes);
+    QVERIFY(link);
+    QCOMPARE(link->up, true);
+    QCOMPARE(link->hasCounters, false);
+}
+
+void tst_LinkMessage::anIndexThatCannotBeIsRefused()
+{
+    for (const int index : { 0, -1, INT_MIN }) {
+        Bytes bytes = captured("link-up.bin");
+        overwrite(bytes, sizeof(nlmsghdr) + offsetof(ifinfomsg, ifi_index), index);
+        QVERIFY(!parse(bytes));
+    }
+}
+
 void tst_LinkMessage::otherMessagesAreRefused()
 {
     QVERIFY(!parseLinkMessage(nullptr, 100));
     for (const int type : { NLMSG_DONE, NLMSG_ERROR, int(RTM_GETLINK), int(RTM_NEWROUTE) }) {
         Bytes bytes = captured("link-up.bin");
         overwrite(bytes, offsetof(nlmsghdr, nlmsg_type), static_cast<unsigned short>(type));
+        QVERIFY(!parse(bytes));
+    }
+}
+
+void tst_LinkMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = captured("link-up.bin");
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
         QVERIFY(!parse(bytes));
     }
 }

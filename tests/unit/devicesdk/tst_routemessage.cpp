@@ -20,6 +20,9 @@ private slots:
     void hostileHopsAreRefused();
     void cutMessagesAreRefused();
     void theOrderOfPreference();
+    void changesOfDefaultRoutes_data();
+    void changesOfDefaultRoutes();
+    void lengthsBeyondEveryBufferAreRefused();
 };
 
 namespace {
@@ -186,6 +189,42 @@ void tst_RouteMessage::theOrderOfPreference()
     QVERIFY(velq::isPreferred(ipv4, ipv6));
     QVERIFY(!velq::isPreferred(ipv6, ipv4));
     QVERIFY(!velq::isPreferred(ipv4, ipv4)); // of equals the first stays
+}
+
+void tst_RouteMessage::changesOfDefaultRoutes_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("isChange");
+    QTest::newRow("new") << int(RTM_NEWROUTE) << 0 << true;
+    QTest::newRow("deleted") << int(RTM_DELROUTE) << 0 << true;
+    QTest::newRow("to a network") << int(RTM_NEWROUTE) << 24 << false;
+    QTest::newRow("no route") << int(RTM_NEWRULE) << 0 << false;
+}
+
+void tst_RouteMessage::changesOfDefaultRoutes()
+{
+    QFETCH(int, type);
+    QFETCH(int, length);
+    Bytes bytes = routeBytes();
+    overwrite(bytes, offsetof(nlmsghdr, nlmsg_type), static_cast<unsigned short>(type));
+    overwrite(bytes, kBody + offsetof(rtmsg, rtm_dst_len), static_cast<unsigned char>(length));
+    QTEST(velq::isDefaultRouteChange(bytes.data(), bytes.size()), "isChange");
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        const Bytes cut = firstBytes(bytes, size);
+        QVERIFY(!velq::isDefaultRouteChange(cut.data(), cut.size()));
+    }
+}
+
+void tst_RouteMessage::lengthsBeyondEveryBufferAreRefused()
+{
+    Bytes bytes = routeBytes();
+    appendNumber(bytes, RTA_OIF, 5);
+    for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
+        overwrite(bytes, 0, length);
+        QVERIFY(!parse(bytes));
+        QVERIFY(!velq::isDefaultRouteChange(bytes.data(), bytes.size()));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_RouteMessage)
