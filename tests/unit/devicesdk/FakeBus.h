@@ -24,7 +24,7 @@ public:
     FakeSocket(const FakeSocket &) = delete;
     FakeSocket &operator=(const FakeSocket &) = delete;
 
-    //! Listens and serves. The most derived class calls it, and stop() in its destructor.
+    //! Listens and serves, also after stop(). The most derived class stops in its destructor.
     void start();
     void stop();
 
@@ -60,6 +60,27 @@ private:
     const bool m_closes;
 };
 
+/*! The server's side of a bus: lets a client in and has each message answered. */
+class ServedBus : public FakeSocket
+{
+protected:
+    void serve(int file) override;
+    //! As a handler of sd-bus: 1 when \a message needs nothing more. Not called for the greeting.
+    virtual int answer(sd_bus_message *message) = 0;
+    //! Between two messages, and at least every 20 ms.
+    virtual void look(sd_bus *) { }
+    //! Ends the connection, from answer() and look().
+    void hangUp()
+    {
+        m_left = true;
+    }
+
+private:
+    int greet(sd_bus_message *message);
+
+    bool m_left = false;
+};
+
 constexpr unsigned kGone = 9999; //!< in place of a state: the device does not exist any more
 
 struct FakeDevice
@@ -69,7 +90,7 @@ struct FakeDevice
 };
 
 /*! The bus. Its public members are set before start(). */
-class FakeBus : public FakeSocket
+class FakeBus : public ServedBus
 {
 public:
     FakeBus() = default;
@@ -85,10 +106,9 @@ public:
     [[nodiscard]] std::vector<std::string> calls() const;
 
 protected:
-    void serve(int file) override;
+    int answer(sd_bus_message *call) override;
 
 private:
-    int answer(sd_bus_message *call);
     int answerProperty(sd_bus_message *call, const std::string &name);
     int answerByIpInterface(sd_bus_message *call) const;
     int answerDevices(sd_bus_message *call) const;
@@ -96,5 +116,4 @@ private:
     mutable std::mutex m_mutex;
     std::vector<std::string> m_calls;
     std::size_t m_looks = 0;
-    bool m_left = false;
 };
