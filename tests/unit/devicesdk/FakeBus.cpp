@@ -148,11 +148,20 @@ int FakeBus::answer(sd_bus_message *call)
     const auto error = errors.find(name);
     if (error != errors.end())
         return sd_bus_reply_method_errorf(call, error->second.c_str(), "refused by the test");
-    if (isProperty)
-        return answerProperty(call, name);
+    return isProperty ? answerProperty(call, name) : answerMethod(call, name);
+}
+
+int FakeBus::answerMethod(sd_bus_message *call, const std::string &name) const
+{
     if (name == "GetDeviceByIpIface")
         return answerByIpInterface(call);
-    return name == "GetDevices" ? answerDevices(call) : sd_bus_reply_method_return(call, "");
+    if (name == "GetDevices")
+        return answerDevices(call);
+    if (name == "ActivateConnection")
+        return sd_bus_reply_method_return(call, "o", "/active");
+    if (name == "GetAll")
+        return sd_bus_reply_method_return(call, "a{sv}", 1, "Ports", "a(su)", 1, port.c_str(), 2U);
+    return sd_bus_reply_method_return(call, "");
 }
 
 int FakeBus::answerProperty(sd_bus_message *call, const std::string &name)
@@ -163,8 +172,12 @@ int FakeBus::answerProperty(sd_bus_message *call, const std::string &name)
             ? sd_bus_reply_method_errorf(call, SD_BUS_ERROR_UNKNOWN_OBJECT, "gone")
             : sd_bus_reply_method_return(call, "v", "u", state);
     }
+    if (name == "ActiveConnection")
+        return sd_bus_reply_method_return(call, "v", "o", "/active");
     const auto number = static_cast<std::size_t>(sd_bus_message_get_path(call)[1] - '0');
-    return sd_bus_reply_method_return(call, "v", "s", devices.at(number).interface.c_str());
+    const FakeDevice &device = devices.at(number);
+    return sd_bus_reply_method_return(
+        call, "v", "s", name == "Udi" ? device.modem.c_str() : device.interface.c_str());
 }
 
 int FakeBus::answerByIpInterface(sd_bus_message *call) const

@@ -87,6 +87,7 @@ struct FakeDevice
 {
     std::string interface;
     std::string ipInterface;
+    std::string modem {}; //!< the path of ModemManager's object
 };
 
 /*! The bus. Its public members are set before start(). */
@@ -97,7 +98,9 @@ public:
     ~FakeBus() override;
 
     std::vector<FakeDevice> devices; //!< paths "/0", "/1"...
-    std::vector<unsigned> states; //!< one a look, the last one stays; the same for all devices
+    //! One a look, the last one stays; the same for all devices and active connections.
+    std::vector<unsigned> states;
+    std::string port; //!< the network port of all modems
     std::map<std::string, std::string> errors; //!< method or property: the D-Bus error it gets
     std::set<std::string> silent; //!< methods and properties that get no answer
     std::string leavesAt; //!< the method at which the bus closes the connection
@@ -112,6 +115,7 @@ private:
     int answerProperty(sd_bus_message *call, const std::string &name);
     int answerByIpInterface(sd_bus_message *call) const;
     int answerDevices(sd_bus_message *call) const;
+    int answerMethod(sd_bus_message *call, const std::string &name) const;
 
     mutable std::mutex m_mutex;
     std::vector<std::string> m_calls;
