@@ -1,5 +1,5 @@
 # netinfo_add_test(NAME SOURCES file... LIBS target... LABELS label... [TIMEOUT seconds]
-#                  [LAUNCHER program])
+#                  [LAUNCHER program argument...])
 # One test program, run offscreen in a fixed locale and time zone. Labels: unit, gui, integration;
 # threads marks what the thread sanitizer runs. The launcher is given the test's command line.
 set(NETINFO_TEST_ENVIRONMENT
@@ -20,7 +20,7 @@ endif()
 add_custom_target(tests_threads) # what the thread sanitizer needs, and nothing else
 
 function(netinfo_add_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT;LAUNCHER" "SOURCES;LIBS;LABELS" ${ARGN})
+  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS;LABELS;LAUNCHER" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()

@@ -16,7 +16,7 @@ program|qt6-l10n-tools|Qt 6 lrelease, which compiles the translations
 program|libcctz-dev|cctz, time zones by name
 program|libmnl-dev|libmnl, messages to and from the kernel
 program|libsqlite3-dev|SQLite 3
-program|libsystemd-dev|sd-bus, messages to and from NetworkManager
+program|libsystemd-dev|sd-bus, messages to and from NetworkManager and ModemManager
 program|fonts-dejavu-core|a font that the pictures can be drawn with
 test|ccache|ccache, which makes the second build quick
 test|iproute2|ip, which makes the tests' network namespaces
@@ -25,6 +25,7 @@ test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library
 services|network-manager|NetworkManager, which the tests run in namespaces of their own
 services|dbus|dbus-daemon, buses for it and for the accessibility test
+services|python3-dbusmock|a stand-in for ModemManager
 services|xvfb|Xvfb, a display for the accessibility test
 services|xdotool|xdotool, which presses keys there
 services|at-spi2-core|the accessibility bus

@@ -172,8 +172,7 @@ void Accountant::decide(const std::shared_ptr<const NetworkFacts> &facts, Bookin
 void Accountant::identifyOne(TrackedLink &tracked, const NetworkFacts &facts)
 {
     resume(tracked);
-    const std::string &interface = tracked.link().name;
-    const ModemFacts *const modem = modemBehind(interface, facts);
+    const ModemFacts *const modem = modemOfInterface(facts, tracked.link().name);
     if (modem)
         tracked.roaming = modem->roaming;
     // A modem stays the one it was while nobody can say which it is.

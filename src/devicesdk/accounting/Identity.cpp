@@ -1,7 +1,5 @@
 #include "accounting/Identity.h"
 
-#include <algorithm>
-
 namespace velq {
 
 namespace {
@@ -28,29 +26,13 @@ std::string keyOf(const ModemFacts &modem)
 
 } // namespace
 
-const ModemFacts *modemBehind(const std::string &interface, const NetworkFacts &facts)
-{
-    if (interface.empty())
-        return nullptr;
-    for (const ModemFacts &modem : facts.modems) {
-        if (modem.interface == interface)
-            return &modem;
-    }
-    for (const ModemFacts &modem : facts.modems) {
-        const auto &ports = modem.netPorts;
-        if (std::find(ports.begin(), ports.end(), interface) != ports.end())
-            return &modem;
-    }
-    return nullptr;
-}
-
 DeviceNote identify(const Link &link, const NetworkFacts &facts)
 {
     DeviceNote note;
     note.interface = link.name;
     note.label = link.name;
     note.type = link.wireless ? 1 : 0;
-    if (const ModemFacts *modem = modemBehind(link.name, facts)) {
+    if (const ModemFacts *modem = modemOfInterface(facts, link.name)) {
         note.key = keyOf(*modem);
         if (const std::string label = labelOf(*modem); !label.empty())
             note.label = label;

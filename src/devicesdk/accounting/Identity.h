@@ -20,8 +20,4 @@ namespace velq {
 //! Whether a device is still the same one when a new link bears \a key.
 [[nodiscard]] bool isStableKey(const std::string &key);
 
-//! The modem that drives \a interface: by its bearer, else by its net ports; null without one.
-[[nodiscard]] const ModemFacts *modemBehind(const std::string &interface,
-                                            const NetworkFacts &facts);
-
 } // namespace velq

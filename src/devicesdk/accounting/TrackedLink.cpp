@@ -8,9 +8,11 @@ namespace {
 
 constexpr std::int64_t kYouthNs = 60000000000; // connecting takes seconds
 
+//! Whether no traffic leads from \a other to \a counters: less, or more than any link can carry.
 bool isBelow(const LinkCounters &counters, const LinkCounters &other)
 {
-    return counters.download < other.download || counters.upload < other.upload;
+    constexpr auto kMost = std::uint64_t(1) << 62;
+    return counters.download - other.download > kMost || counters.upload - other.upload > kMost;
 }
 
 LinkCounters difference(const LinkCounters &counters, const LinkCounters &base)

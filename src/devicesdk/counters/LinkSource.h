@@ -63,6 +63,8 @@ public:
     //! The link was disconnected on request: it is down until it connects anew, although the
     //! hardware may stay up.
     virtual void noteDisconnect(int index) = 0;
+    //! Connecting was asked for: a script in the kernel's place ends its pause.
+    virtual void noteConnect() { }
 };
 
 } // namespace velq

@@ -81,6 +81,13 @@ void DemoSource::noteDisconnect(int)
     m_upAgainNs = now + kPauseNs;
 }
 
+void DemoSource::noteConnect()
+{
+    const std::int64_t now = m_clock.bootNs();
+    if (now < m_upAgainNs)
+        m_upAgainNs = now;
+}
+
 LinkNews DemoSource::read()
 {
     const std::int64_t now = m_clock.bootNs();

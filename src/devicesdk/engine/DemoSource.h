@@ -16,6 +16,7 @@ public:
 
     LinkNews read() override;
     void noteDisconnect(int index) override;
+    void noteConnect() override;
 
 private:
     [[nodiscard]] std::int64_t scriptNs(std::int64_t nowNs);

@@ -107,6 +107,33 @@ void Engine::noteDisconnect()
     sampleLocked();
 }
 
+void Engine::noteConnect()
+{
+    const std::lock_guard<std::mutex> guard(m_sampleMutex);
+    m_source->noteConnect();
+    sampleLocked();
+}
+
+std::string Engine::interfaceToConnect()
+{
+    std::string used;
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        used = m_named.empty() ? m_ledger.setting(kDeviceSetting) : m_named;
+    }
+    for (const PresentDevice &device : presentDevices()) {
+        if (used.empty() ? device.chosen : device.note.key == used)
+            return device.note.interface;
+    }
+    std::vector<StoredDevice> devices;
+    (void)m_ledger.devices(devices); // the latest one comes last
+    for (auto device = devices.rbegin(); device != devices.rend(); ++device) {
+        if (!device->note.interface.empty() && (used.empty() || device->note.key == used))
+            return device->note.interface;
+    }
+    return used; // the name of an interface, perhaps one that is not there yet
+}
+
 void Engine::sampleLocked()
 {
     const LinkNews news = m_source->read();

@@ -49,6 +49,11 @@ public:
     void sample();
     //! The counted link was disconnected: the live figures end now.
     void noteDisconnect();
+    //! Connecting was asked for.
+    void noteConnect();
+    //! The interface that a connection would use: of the device that the user names, else of the
+    //! one that is or was used last. Empty when there was none yet.
+    [[nodiscard]] std::string interfaceToConnect();
     //! One second's work: sample, commit every few seconds, call the callbacks.
     void tick();
     //! Commits and closes the store. Answers go on from memory.

@@ -1,6 +1,7 @@
 #include "engine/Runtime.h"
 
-#include "counters/KernelSource.h"
+#include "calendar/TimeZone.h"
+#include "counters/LinkMonitor.h"
 #include "engine/CustomizeName.h"
 #include "engine/DemoHistory.h"
 #include "engine/DemoSource.h"
@@ -9,6 +10,7 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -53,9 +55,11 @@ std::unique_ptr<Engine> makeEngine(const HostChoices &choices, const DataDirecto
 Service::Service(const HostChoices &choices)
     : m_demo(choices.demo)
     , m_directory(dataDirectory(choices))
-    , m_engine(makeEngine(choices, m_directory))
+    , m_engine(makeEngine(choices, m_directory, m_watcher))
 {
     m_engine->setPeriodStart(choices.periodStart);
+    if (!m_demo)
+        (void)m_watcher.start(); // without a thread for it the kernel alone is asked
     m_engine->sample(); // so that the first question has an answer
     if (!m_ticker.start([this] { m_engine->tick(); }))
         throw std::bad_alloc(); // no thread: there is no service
@@ -69,12 +73,14 @@ Service::~Service()
 void Service::stop()
 {
     m_ticker.stop();
+    m_watcher.stop();
     m_engine->close();
 }
 
 void Service::abandon()
 {
     m_ticker.abandon();
+    m_watcher.abandon();
     m_engine->abandon();
 }
 
@@ -94,6 +100,19 @@ DisconnectResult Service::disconnect()
         = m_demo ? DisconnectResult::Done : disconnectInterface(figures.interface);
     if (result == DisconnectResult::Done)
         m_engine->noteDisconnect();
+    return result;
+}
+
+ConnectResult Service::connect()
+{
+    if (m_engine->callbacks().isRunningHere()) // sampling would stand still meanwhile
+        return ConnectResult::Failed;
+    const std::string interface = m_engine->interfaceToConnect();
+    if (interface.empty())
+        return ConnectResult::NoDevice;
+    const ConnectResult result = m_demo ? ConnectResult::Done : connectInterface(interface);
+    if (result == ConnectResult::Done)
+        m_engine->noteConnect();
     return result;
 }
 

@@ -3,7 +3,9 @@
 #include "engine/Engine.h"
 #include "engine/Environment.h"
 #include "engine/Ticker.h"
+#include "modem/ConnectRules.h"
 #include "modem/DisconnectRules.h"
+#include "modem/NetworkWatcher.h"
 
 #include <atomic>
 #include <functional>
@@ -33,10 +35,13 @@ public:
     [[nodiscard]] std::string customizeName() const;
     //! Takes the counted connection down; blocks for kDisconnectTime at most.
     [[nodiscard]] DisconnectResult disconnect();
+    //! Brings the chosen device up; blocks for kConnectTime at most.
+    [[nodiscard]] ConnectResult connect();
 
 private:
     const bool m_demo;
     const DataDirectory m_directory;
+    NetworkWatcher m_watcher;
     std::unique_ptr<Engine> m_engine;
     Ticker m_ticker;
 };

@@ -4,17 +4,41 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 namespace velq {
 
 namespace {
 
 constexpr const char *kNoAnswer = "timeout";
+constexpr const char *kProperties = "org.freedesktop.DBus.Properties";
 
 int keepReply(sd_bus_message *message, void *target, sd_bus_error *)
 {
     *static_cast<sd_bus_message **>(target) = sd_bus_message_ref(message);
     return 0;
+}
+
+sd_bus_message *newCall(sd_bus *bus, const char *service, const std::string &path,
+                        const char *interface, const char *method)
+{
+    sd_bus_message *message = nullptr;
+    const bool made
+        = sd_bus_message_new_method_call(bus, &message, service, path.c_str(), interface, method)
+            >= 0
+        && sd_bus_message_set_auto_start(message, 0) >= 0;
+    return made ? message : sd_bus_message_unref(message);
+}
+
+//! \a message, or null, in which case it has been given back.
+sd_bus_message *append(sd_bus_message *message, std::initializer_list<const char *> arguments,
+                       char type)
+{
+    for (const char *argument : arguments) {
+        if (message && sd_bus_message_append_basic(message, type, argument) < 0)
+            message = sd_bus_message_unref(message);
+    }
+    return message;
 }
 
 } // namespace
@@ -57,8 +81,14 @@ bool BusReply::read(std::vector<std::string> &paths) const
 
 bool BusReply::readVariant(std::string &value) const
 {
+    char type = 0;
+    const char *contents = nullptr;
+    if (!m_error.empty() || sd_bus_message_peek_type(m_message.get(), &type, &contents) <= 0
+        || type != 'v')
+        return false;
     const char *text = nullptr;
-    if (!m_error.empty() || sd_bus_message_read(m_message.get(), "v", "s", &text) <= 0)
+    const char *asked = std::strcmp(contents, "o") == 0 ? "o" : "s";
+    if (sd_bus_message_read(m_message.get(), "v", asked, &text) <= 0)
         return false;
     value = text;
     return true;
@@ -67,6 +97,11 @@ bool BusReply::readVariant(std::string &value) const
 bool BusReply::readVariant(std::uint32_t &value) const
 {
     return m_error.empty() && sd_bus_message_read(m_message.get(), "v", "u", &value) > 0;
+}
+
+std::optional<PropertyMap> BusReply::readProperties() const
+{
+    return m_error.empty() ? velq::readProperties(m_message.get()) : std::nullopt;
 }
 
 BusConnection::BusConnection(const char *service, std::chrono::milliseconds time)
@@ -93,10 +128,25 @@ std::chrono::microseconds BusConnection::timeLeft() const
 }
 
 BusReply BusConnection::call(const std::string &path, const char *interface, const char *method,
-                             std::initializer_list<const char *> arguments)
+                             std::initializer_list<const char *> arguments, char type)
+{
+    return send(append(newCall(m_bus, m_service, path, interface, method), arguments, type));
+}
+
+BusReply BusConnection::property(const std::string &path, const char *interface, const char *name)
+{
+    return call(path, kProperties, "Get", { interface, name });
+}
+
+BusReply BusConnection::properties(const char *service, const std::string &path,
+                                   const char *interface)
+{
+    return send(append(newCall(m_bus, service, path, kProperties, "GetAll"), { interface }, 's'));
+}
+
+BusReply BusConnection::send(sd_bus_message *message)
 {
     // Not sd_bus_call(): it waits without a bound of ours until the bus has let us in.
-    sd_bus_message *message = newCall(path, interface, method, arguments);
     sd_bus_message *reply = nullptr;
     sd_bus_slot *slot = nullptr;
     const auto time = static_cast<std::uint64_t>(timeLeft().count());
@@ -106,27 +156,6 @@ BusReply BusConnection::call(const std::string &path, const char *interface, con
     (void)sd_bus_slot_unref(slot);
     (void)sd_bus_message_unref(message);
     return BusReply(reply);
-}
-
-BusReply BusConnection::property(const std::string &path, const char *interface, const char *name)
-{
-    return call(path, "org.freedesktop.DBus.Properties", "Get", { interface, name });
-}
-
-sd_bus_message *BusConnection::newCall(const std::string &path, const char *interface,
-                                       const char *method,
-                                       std::initializer_list<const char *> arguments)
-{
-    sd_bus_message *message = nullptr;
-    int code = sd_bus_message_new_method_call(m_bus, &message, m_service, path.c_str(), interface,
-                                              method);
-    if (code >= 0)
-        code = sd_bus_message_set_auto_start(message, 0);
-    for (const char *argument : arguments) {
-        if (code >= 0)
-            code = sd_bus_message_append_basic(message, 's', argument);
-    }
-    return code >= 0 ? message : sd_bus_message_unref(message);
 }
 
 bool BusConnection::process(sd_bus_message *const &reply)

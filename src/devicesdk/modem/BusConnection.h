@@ -1,9 +1,12 @@
 #pragma once
 
+#include "modem/BusReplies.h"
+
 #include <chrono>
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,8 +31,9 @@ public:
     //! False, and \a value untouched, when the message holds something else.
     [[nodiscard]] bool read(std::string &value) const; //!< of a string or an object path
     [[nodiscard]] bool read(std::vector<std::string> &paths) const;
-    [[nodiscard]] bool readVariant(std::string &value) const;
+    [[nodiscard]] bool readVariant(std::string &value) const; //!< also of an object path
     [[nodiscard]] bool readVariant(std::uint32_t &value) const;
+    [[nodiscard]] std::optional<PropertyMap> readProperties() const;
 
 private:
     struct Unref
@@ -54,17 +58,20 @@ public:
 
     //! 0, or a number of errno's kind. Does not wait.
     [[nodiscard]] int open();
-    //! Calls a method that takes strings. Does not start the service.
+    //! Calls a method that takes strings, or with \a type 'o' paths. Does not start the service.
     [[nodiscard]] BusReply call(const std::string &path, const char *interface, const char *method,
-                                std::initializer_list<const char *> arguments = {});
+                                std::initializer_list<const char *> arguments = {},
+                                char type = 's');
     [[nodiscard]] BusReply property(const std::string &path, const char *interface,
                                     const char *name);
+    //! Of an object of another service.
+    [[nodiscard]] BusReply properties(const char *service, const std::string &path,
+                                      const char *interface);
     [[nodiscard]] std::chrono::microseconds timeLeft() const;
 
 private:
-    [[nodiscard]] sd_bus_message *newCall(const std::string &path, const char *interface,
-                                          const char *method,
-                                          std::initializer_list<const char *> arguments);
+    //! Takes \a message over.
+    [[nodiscard]] BusReply send(sd_bus_message *message);
     //! Works until \a reply is there; false when the time is over or the connection ends.
     bool process(sd_bus_message *const &reply);
 

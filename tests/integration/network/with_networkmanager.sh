@@ -1,10 +1,12 @@
 #!/bin/bash
-# with_networkmanager.sh COMMAND...
+# with_networkmanager.sh [--modem] COMMAND...
 # Runs COMMAND where the real NetworkManager, on a system bus of its own, has connected the interface
 # "wwan0" (10.79.0.2, default route). Its far end "cell" (10.79.0.1) is in a second network namespace.
+# With --modem, wwan0 is the data port of a modem that a stand-in for ModemManager has, not connected yet.
 # Everything is in namespaces that end with COMMAND, whose status this has; 77 where that is not possible.
 # For COMMAND: DBUS_SYSTEM_BUS_ADDRESS; NETINFO_PEER, a process at the far end, so that
-# "nsenter -n -t $NETINFO_PEER PROGRAM" runs there; NETINFO_SERVICES, a folder with nm.pid and the logs.
+# "nsenter -n -t $NETINFO_PEER PROGRAM" runs there; NETINFO_SERVICES, a folder with bus.pid, nm.pid, mm.pid
+# and the logs; NETINFO_STARTER, this script: "$NETINFO_STARTER --start bus|mm|nm" starts a service again.
 set -euo pipefail
 
 skip() { # REASON
@@ -19,9 +21,13 @@ enterNamespaces() { # COMMAND...
     for tool in NetworkManager nmcli dbus-daemon ip unshare nsenter; do
         command -v "$tool" >/dev/null || skip "$tool is not installed"
     done
+    [ "$1" != --modem ] || /usr/bin/python3 -c 'import dbusmock' 2>/dev/null ||
+        skip "python3-dbusmock is not installed"
     [ "$(id -u)" -eq 0 ] || namespaces+=(--user --map-root-user)
     unshare "${namespaces[@]}" true 2>/dev/null || skip "namespaces are not allowed here"
     export PATH
+    NETINFO_STARTER=$(realpath "$0")
+    export NETINFO_STARTER
     exec unshare "${namespaces[@]}" bash "$0" --inside "$@" # killed, it takes everything with it
 }
 
@@ -100,27 +106,74 @@ logged() { # COMMAND...
     "$@" >>"$NETINFO_SERVICES/nmcli.log" 2>&1 || fail "failed: $*"
 }
 
-startServices() {
-    export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$NETINFO_SERVICES/bus
-    dbus-daemon --config-file="$NETINFO_SERVICES/bus.conf" --nofork --nopidfile --nosyslog \
-        >"$NETINFO_SERVICES/bus.log" 2>&1 &
-    waitFor test -S "$NETINFO_SERVICES/bus"
-    NetworkManager --debug >"$NETINFO_SERVICES/nm.log" 2>&1 & # in the foreground
-    echo $! >"$NETINFO_SERVICES/nm.pid"
-    waitFor nmcli general
+asksModemManager() {
+    dbus-send --system --print-reply --dest=org.freedesktop.ModemManager1 /org/freedesktop/ModemManager1 \
+        org.freedesktop.DBus.ObjectManager.GetManagedObjects
+}
+
+start() { # bus|mm|nm
+    case "$1" in
+    bus)
+        rm -f "$NETINFO_SERVICES/bus"
+        dbus-daemon --config-file="$NETINFO_SERVICES/bus.conf" --nofork --nopidfile --nosyslog \
+            >>"$NETINFO_SERVICES/bus.log" 2>&1 &
+        ;;
+    mm)
+        /usr/bin/python3 -m dbusmock --system --template "${NETINFO_STARTER%/*}/modemmanager_mock.py" \
+            >>"$NETINFO_SERVICES/mm.log" 2>&1 &
+        ;;
+    nm) NetworkManager --debug >>"$NETINFO_SERVICES/nm.log" 2>&1 & ;; # in the foreground
+    esac
+    echo $! >"$NETINFO_SERVICES/$1.pid"
+    case "$1" in
+    bus) waitFor test -S "$NETINFO_SERVICES/bus" ;;
+    mm) waitFor asksModemManager ;;
+    nm) waitFor nmcli general ;;
+    esac
+}
+
+connectEthernet() {
     logged nmcli device set wwan0 managed yes
     logged nmcli connection add type ethernet ifname wwan0 con-name cell \
         ipv4.method manual ipv4.addresses 10.79.0.2/24 ipv4.gateway 10.79.0.1 ipv6.method disabled
     logged nmcli --wait 10 connection up cell
 }
 
-case "${1:?usage: $0 COMMAND...}" in
+hasModem() {
+    nmcli -g TYPE device | grep -qx gsm
+}
+
+prepareModem() {
+    waitFor hasModem
+    logged nmcli connection add type gsm ifname '*' con-name cell apn internet autoconnect no ipv6.method disabled
+}
+
+startServices() { # [--modem]
+    export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$NETINFO_SERVICES/bus
+    start bus
+    if [ "${1:-}" = --modem ]; then
+        start mm # first: NetworkManager may overlook one that comes later
+        start nm
+        prepareModem
+    else
+        start nm
+        connectEthernet
+    fi
+}
+
+case "${1:?usage: $0 [--modem] COMMAND...}" in
+--start) start "$2" ;;
 --inside)
     shift
+    modem=
+    if [ "$1" = --modem ]; then
+        modem=$1
+        shift
+    fi
     hideSystem
     writeConfiguration
     makeLink
-    startServices
+    startServices "$modem"
     "$@"
     ;;
 *) enterNamespaces "$@" ;;

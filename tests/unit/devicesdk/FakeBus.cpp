@@ -36,6 +36,8 @@ void FakeSocket::start()
     if (path.size() >= int(sizeof address.sun_path))
         qFatal("the temporary folder's name is too long for a socket");
     std::copy(path.begin(), path.end(), address.sun_path);
+    (void)unlink(path.constData()); // of a start before
+    m_stopped = false;
     m_listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (bind(m_listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
         || listen(m_listener, 4) != 0)
@@ -82,6 +84,39 @@ void DumbSocket::serve(int file)
     (void)close(file);
 }
 
+int ServedBus::greet(sd_bus_message *message)
+{
+    if (sd_bus_message_is_method_call(message, "org.freedesktop.DBus", "Hello"))
+        return sd_bus_reply_method_return(message, "s", ":1.1");
+    return answer(message);
+}
+
+void ServedBus::serve(int file)
+{
+    sd_bus *bus = nullptr;
+    sd_id128_t id {};
+    m_left = false;
+    bool open = sd_id128_randomize(&id) >= 0 && sd_bus_new(&bus) >= 0
+        && sd_bus_set_fd(bus, file, file) >= 0 && sd_bus_set_server(bus, 1, id) >= 0
+        && sd_bus_add_filter(
+               bus, nullptr,
+               [](sd_bus_message *message, void *self, sd_bus_error *) {
+                   return static_cast<ServedBus *>(self)->greet(message);
+               },
+               this)
+            >= 0
+        && sd_bus_start(bus) >= 0;
+    while (open && !isStopped() && !m_left) {
+        const int worked = sd_bus_process(bus, nullptr);
+        open = worked >= 0 && sd_bus_is_open(bus) > 0;
+        if (open)
+            look(bus);
+        if (open && worked == 0)
+            (void)sd_bus_wait(bus, std::uint64_t(kLookMs) * 1000);
+    }
+    (void)sd_bus_close_unref(bus);
+}
+
 FakeBus::~FakeBus()
 {
     stop();
@@ -93,34 +128,8 @@ std::vector<std::string> FakeBus::calls() const
     return m_calls;
 }
 
-void FakeBus::serve(int file)
-{
-    sd_bus *bus = nullptr;
-    sd_id128_t id {};
-    m_left = false;
-    bool open = sd_id128_randomize(&id) >= 0 && sd_bus_new(&bus) >= 0
-        && sd_bus_set_fd(bus, file, file) >= 0 && sd_bus_set_server(bus, 1, id) >= 0
-        && sd_bus_add_filter(
-               bus, nullptr,
-               [](sd_bus_message *call, void *self, sd_bus_error *) {
-                   return static_cast<FakeBus *>(self)->answer(call);
-               },
-               this)
-            >= 0
-        && sd_bus_start(bus) >= 0;
-    while (open && !isStopped() && !m_left) {
-        const int worked = sd_bus_process(bus, nullptr);
-        open = worked >= 0 && sd_bus_is_open(bus) > 0;
-        if (open && worked == 0)
-            (void)sd_bus_wait(bus, std::uint64_t(kLookMs) * 1000);
-    }
-    (void)sd_bus_close_unref(bus);
-}
-
 int FakeBus::answer(sd_bus_message *call)
 {
-    if (sd_bus_message_is_method_call(call, "org.freedesktop.DBus", "Hello"))
-        return sd_bus_reply_method_return(call, "s", ":1.1");
     std::string name = sd_bus_message_get_member(call);
     const bool isProperty = name == "Get";
     const char *interface = nullptr;
@@ -132,17 +141,27 @@ int FakeBus::answer(sd_bus_message *call)
         const std::string path = sd_bus_message_get_path(call);
         m_calls.push_back(path.size() == 2 ? name + ' ' + path : name);
     }
-    m_left = name == leavesAt;
-    if (m_left || silent.count(name) > 0 || sd_bus_message_get_auto_start(call) > 0)
+    if (name == leavesAt)
+        hangUp();
+    if (name == leavesAt || silent.count(name) > 0 || sd_bus_message_get_auto_start(call) > 0)
         return 1;
     const auto error = errors.find(name);
     if (error != errors.end())
         return sd_bus_reply_method_errorf(call, error->second.c_str(), "refused by the test");
-    if (isProperty)
-        return answerProperty(call, name);
+    return isProperty ? answerProperty(call, name) : answerMethod(call, name);
+}
+
+int FakeBus::answerMethod(sd_bus_message *call, const std::string &name) const
+{
     if (name == "GetDeviceByIpIface")
         return answerByIpInterface(call);
-    return name == "GetDevices" ? answerDevices(call) : sd_bus_reply_method_return(call, "");
+    if (name == "GetDevices")
+        return answerDevices(call);
+    if (name == "ActivateConnection")
+        return sd_bus_reply_method_return(call, "o", "/active");
+    if (name == "GetAll")
+        return sd_bus_reply_method_return(call, "a{sv}", 1, "Ports", "a(su)", 1, port.c_str(), 2U);
+    return sd_bus_reply_method_return(call, "");
 }
 
 int FakeBus::answerProperty(sd_bus_message *call, const std::string &name)
@@ -153,8 +172,12 @@ int FakeBus::answerProperty(sd_bus_message *call, const std::string &name)
             ? sd_bus_reply_method_errorf(call, SD_BUS_ERROR_UNKNOWN_OBJECT, "gone")
             : sd_bus_reply_method_return(call, "v", "u", state);
     }
+    if (name == "ActiveConnection")
+        return sd_bus_reply_method_return(call, "v", "o", "/active");
     const auto number = static_cast<std::size_t>(sd_bus_message_get_path(call)[1] - '0');
-    return sd_bus_reply_method_return(call, "v", "s", devices.at(number).interface.c_str());
+    const FakeDevice &device = devices.at(number);
+    return sd_bus_reply_method_return(
+        call, "v", "s", name == "Udi" ? device.modem.c_str() : device.interface.c_str());
 }
 
 int FakeBus::answerByIpInterface(sd_bus_message *call) const

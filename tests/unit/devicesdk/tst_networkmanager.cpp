@@ -7,9 +7,12 @@
 
 #include "FakeBus.h"
 
+using velq::connectInterface;
+using velq::ConnectResult;
 using velq::disconnectInterface;
 using velq::DisconnectResult;
 
+Q_DECLARE_METATYPE(ConnectResult)
 Q_DECLARE_METATYPE(DisconnectResult)
 
 namespace {
@@ -29,6 +32,11 @@ private slots:
 
     void aDeviceIsDisconnectedAndWatchedUntilItIsDown();
     void aModemIsFoundByItsOwnInterface();
+    void aModemIsFoundByItsPort();
+    void aDeviceIsConnectedAndWatchedUntilItIsUp();
+    void aConnectionOnItsWayIsWaitedFor();
+    void answersBecomeConnectResults_data();
+    void answersBecomeConnectResults();
     void answersBecomeResults_data();
     void answersBecomeResults();
     void missingAnswersAreFailures_data();
@@ -95,6 +103,88 @@ void tst_NetworkManager::aModemIsFoundByItsOwnInterface()
     QCOMPARE(joined(bus.calls()),
              QByteArray("GetDeviceByIpIface, GetDevices, Interface /0, Interface /1, State /1, "
                         "Disconnect /1, State /1"));
+}
+
+void tst_NetworkManager::aModemIsFoundByItsPort()
+{
+    FakeBus bus;
+    bus.devices = { { "eth0", "eth0", "/sys/eth0" },
+                    { "cdc-wdm0", "", "/org/freedesktop/ModemManager1/Modem/3" } };
+    bus.port = "wwan0";
+    bus.states = { 30, 2 };
+    bus.start();
+    QCOMPARE(connectInterface("wwan0"), ConnectResult::Done);
+    QCOMPARE(joined(bus.calls()),
+             QByteArray("GetDeviceByIpIface, GetDevices, Interface /0, Interface /1, Udi /0, "
+                        "Udi /1, GetAll, State /1, ActivateConnection, State"));
+    QCOMPARE(connectInterface("wwan1"), ConnectResult::NoDevice);
+}
+
+void tst_NetworkManager::aDeviceIsConnectedAndWatchedUntilItIsUp()
+{
+    FakeBus bus;
+    bus.devices = { { "wwan0", "wwan0" } };
+    bus.states = { 30, 1, 1, 2 };
+    bus.start();
+    QCOMPARE(connectInterface("wwan0"), ConnectResult::Done);
+    QCOMPARE(joined(bus.calls()),
+             QByteArray("GetDeviceByIpIface, State /0, ActivateConnection, State, State, State"));
+}
+
+void tst_NetworkManager::aConnectionOnItsWayIsWaitedFor()
+{
+    FakeBus bus;
+    bus.devices = { { "wwan0", "wwan0" } };
+    bus.states = { 50, 1, 2 };
+    bus.start();
+    QCOMPARE(connectInterface("wwan0"), ConnectResult::Done);
+    QCOMPARE(joined(bus.calls()),
+             QByteArray("GetDeviceByIpIface, State /0, ActiveConnection /0, State, State"));
+}
+
+void tst_NetworkManager::answersBecomeConnectResults_data()
+{
+    QTest::addColumn<Prepare>("prepare");
+    QTest::addColumn<ConnectResult>("result");
+    const auto row = [](const char *name, ConnectResult result, const Prepare &prepare) {
+        QTest::newRow(name) << prepare << result;
+    };
+    const std::string error = "org.freedesktop.DBus.Error.";
+    const std::string manager = "org.freedesktop.NetworkManager.";
+    row("unknown interface", ConnectResult::NoDevice, [](FakeBus &bus) {
+        bus.devices = { { "eth0", "eth0" } };
+    });
+    row("not managed", ConnectResult::NotManaged, [](FakeBus &bus) { bus.states = { 10 }; });
+    row("connected already", ConnectResult::Done, [](FakeBus &bus) { bus.states = { 100 }; });
+    row("it fails", ConnectResult::Failed, [](FakeBus &bus) { bus.states = { 30, 1, 4 }; });
+    row("its attempt goes", ConnectResult::Failed, [](FakeBus &bus) {
+        bus.states = { 30, 1, kGone };
+    });
+    row("it takes too long", ConnectResult::Failed, [](FakeBus &bus) { bus.states = { 30, 1 }; });
+    row("no service", ConnectResult::NoService,
+        [=](FakeBus &bus) { bus.errors["GetDeviceByIpIface"] = error + "ServiceUnknown"; });
+    row("not permitted", ConnectResult::Refused,
+        [=](FakeBus &bus) { bus.errors["ActivateConnection"] = manager + "PermissionDenied"; });
+    row("no profile", ConnectResult::NoProfile,
+        [=](FakeBus &bus) { bus.errors["ActivateConnection"] = manager + "UnknownConnection"; });
+    row("the request is not answered", ConnectResult::Failed,
+        [](FakeBus &bus) { bus.silent = { "ActivateConnection" }; });
+    row("the bus ends", ConnectResult::Failed,
+        [](FakeBus &bus) { bus.leavesAt = "ActivateConnection"; });
+}
+
+void tst_NetworkManager::answersBecomeConnectResults()
+{
+    QFETCH(Prepare, prepare);
+    FakeBus bus;
+    bus.devices = { { "wwan0", "wwan0" } };
+    bus.states = { 30, 1, 2 };
+    prepare(bus);
+    bus.start();
+    QElapsedTimer time;
+    time.start();
+    QTEST(connectInterface("wwan0", kShort), "result");
+    QVERIFY2(time.elapsed() < 2000, QByteArray::number(time.elapsed()).constData());
 }
 
 void tst_NetworkManager::answersBecomeResults_data()
@@ -179,6 +269,7 @@ void tst_NetworkManager::whatIsNoBusIsToldSo()
     QFETCH(QByteArray, address);
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", address);
     QCOMPARE(disconnectInterface("wwan0", kShort), DisconnectResult::NoService);
+    QCOMPARE(connectInterface("wwan0", kShort), ConnectResult::NoService);
 }
 
 void tst_NetworkManager::socketsThatHangAreLeftInTime_data()
