@@ -1,10 +1,13 @@
 #include "SimulatedSdk.h"
 
+#include "ScriptedLinks.h"
+
 #include "engine/Engine.h"
 
 #include <host/velq.h>
 #include <host/velq_extension.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -20,11 +23,15 @@ namespace {
 constexpr std::int64_t kNsPerSecond = 1000000000;
 constexpr int kFailure = 1;
 
+constexpr int kIndex = 1;
+constexpr std::int64_t kInstantSeconds = 60; // what no clock notices
+
 struct World
 {
-    velq::LinkReading link;
+    ScriptedLinks script;
     std::int64_t bootNs = kNsPerSecond;
     std::int64_t wallSeconds = 0;
+    std::int64_t aheadSeconds = 0; // of the boot clock, before the wall clock
     std::unique_ptr<velq::Engine> engine;
 };
 
@@ -33,23 +40,6 @@ World &world()
     static World world;
     return world;
 }
-
-class SimulatedSource : public velq::CounterSource
-{
-public:
-    velq::ReadResult readChosen() override
-    {
-        return { velq::ReadStatus::Found, world().link };
-    }
-    velq::ReadResult readIndex(int) override
-    {
-        return readChosen();
-    }
-    void noteDisconnect() override
-    {
-        world().link.up = false;
-    }
-};
 
 //! Calls \a body with the engine, and answers as the C functions do.
 template <typename Body>
@@ -70,31 +60,44 @@ bool SimulatedSdk::open(const std::string &directory, const std::string &zone)
     close();
     (void)setenv("TZ", zone.c_str(), 1);
     tzset();
-    velq::StoreOptions store;
-    store.directory = directory;
-    store.wallSeconds = [] { return world().wallSeconds; };
-    const velq::Clock clock { [] { return world().bootNs; }, [] { return world().wallSeconds; } };
-    world().link.index = 1;
-    world().link.name = "wwan0";
-    world().link.up = true;
-    world().engine = std::make_unique<velq::Engine>(std::make_unique<SimulatedSource>(),
-                                                    std::move(store), clock);
+    velq::EngineParts parts;
+    parts.source = std::make_unique<ScriptedLinkSource>(world().script);
+    parts.store.directory = directory;
+    parts.store.wallSeconds = [] { return world().wallSeconds; };
+    parts.boot = "simulated";
+    parts.clock = { [] { return world().bootNs; }, [] { return world().wallSeconds; } };
+    world().script.connect(kIndex, "wwan0");
+    world().engine = std::make_unique<velq::Engine>(std::move(parts));
     world().engine->sample();
     return world().engine->ledger().problem().empty();
 }
 
 void SimulatedSdk::setNow(std::int64_t utcSeconds)
 {
-    world().wallSeconds = utcSeconds;
+    // The system is up all the time, and the connection is down meanwhile.
+    World &all = world();
+    const std::int64_t passed = std::max<std::int64_t>(0, utcSeconds - all.wallSeconds);
+    if (all.wallSeconds > 0)
+        all.bootNs += std::max<std::int64_t>(0, passed - all.aheadSeconds) * kNsPerSecond;
+    all.aheadSeconds = std::max<std::int64_t>(0, all.aheadSeconds - passed);
+    all.wallSeconds = utcSeconds;
+    all.script.bounced = true;
 }
 
 void SimulatedSdk::flow(std::uint64_t bytesDown, std::uint64_t bytesUp, std::int64_t seconds)
 {
-    world().link.download += bytesDown;
-    world().link.upload += bytesUp;
-    world().bootNs += seconds * kNsPerSecond;
-    if (world().engine)
-        world().engine->sample();
+    World &all = world();
+    if (all.engine && all.script.bounced)
+        all.engine->sample(); // it comes up
+    velq::LinkCounters &counters = all.script.links.at(kIndex).counters;
+    counters.download += bytesDown;
+    counters.upload += bytesUp;
+    const std::int64_t wall = seconds > kInstantSeconds ? seconds - 1 : 0;
+    all.bootNs += seconds * kNsPerSecond;
+    all.wallSeconds += wall;
+    all.aheadSeconds += seconds - wall;
+    if (all.engine)
+        all.engine->sample();
 }
 
 void SimulatedSdk::tick()

@@ -1,5 +1,7 @@
 #include "accounting/Identity.h"
 
+#include <cstring>
+
 namespace velq {
 
 namespace {
@@ -42,6 +44,16 @@ DeviceNote identify(const Link &link, const NetworkFacts &facts)
     if (note.key.empty())
         note.key = "name:" + link.name;
     return note;
+}
+
+bool isDeviceKey(const std::string &text)
+{
+    for (const char *kind : { "sim:", "modem:", "hw:", "name:" }) {
+        const std::size_t size = std::strlen(kind);
+        if (text.compare(0, size, kind) == 0)
+            return text.size() > size;
+    }
+    return false;
 }
 
 bool isStableKey(const std::string &key)

@@ -20,4 +20,7 @@ namespace velq {
 //! Whether a device is still the same one when a new link bears \a key.
 [[nodiscard]] bool isStableKey(const std::string &key);
 
+//! Whether \a text can be a key.
+[[nodiscard]] bool isDeviceKey(const std::string &text);
+
 } // namespace velq

@@ -1,4 +1,6 @@
+#include "accounting/Identity.h"
 #include "api/Guard.h"
+#include "api/Lists.h"
 #include "counters/InterfaceName.h"
 
 #include <host/velq.h>
@@ -8,6 +10,86 @@
 #include <string>
 
 using namespace velq;
+
+static_assert(VELQ_INTERFACE_SIZE > kLongestInterfaceName, "the longest name and its NUL");
+
+namespace {
+
+VELQ_Device deviceOf(const DeviceNote &note)
+{
+    VELQ_Device device {};
+    writeText(device.key, note.key);
+    writeText(device.label, note.label);
+    writeText(device.interface, note.interface);
+    device.connectType = note.type;
+    return device;
+}
+
+//! Those that are there, then those that are remembered, the latest first.
+std::vector<VELQ_Device> allDevices(Engine &engine, const std::vector<StoredDevice> &stored)
+{
+    std::vector<VELQ_Device> all;
+    for (const PresentDevice &present : engine.presentDevices()) {
+        VELQ_Device device = deviceOf(present.note);
+        device.present = 1;
+        device.up = present.up ? 1 : 0;
+        device.counted = present.counted ? 1 : 0;
+        device.chosen = present.chosen ? 1 : 0;
+        device.roaming = present.roaming ? 1 : 0;
+        all.push_back(device);
+    }
+    for (auto it = stored.rbegin(); it != stored.rend(); ++it) {
+        if (it->note.key == kOperatorDevice)
+            continue;
+        const VELQ_Device device = deviceOf(it->note);
+        const auto known = std::find_if(all.begin(), all.end(), [&](const VELQ_Device &other) {
+            return std::strcmp(other.key, device.key) == 0;
+        });
+        if (known == all.end())
+            all.push_back(device);
+        (known == all.end() ? all.back() : *known).lastUse = it->seen;
+    }
+    return all;
+}
+
+} // namespace
+
+int VELQ_DevSrv_GetDevices(VELQ_Device **list, int *count)
+{
+    if (!list || !count)
+        return kFailure;
+    return withService([=](Service &service) {
+        std::vector<StoredDevice> stored;
+        if (!service.engine().ledger().devices(stored))
+            return false;
+        giveList(allDevices(service.engine(), stored), list, count);
+        return true;
+    });
+}
+
+int VELQ_DevSrv_ReleaseDevices(VELQ_Device *list)
+{
+    delete[] list;
+    return kSuccess;
+}
+
+int VELQ_DevSrv_UseDevice(const char *device)
+{
+    return withService([device](Service &service) {
+        const std::string text = device ? device : "";
+        const bool good = text.empty() || isDeviceKey(text) || isInterfaceName(text);
+        return good && text.size() < VELQ_DEVICE_SIZE && service.engine().useDevice(text);
+    });
+}
+
+int VELQ_DevSrv_GetUsedDevice(char *device, int size)
+{
+    if (!device || size <= 0)
+        return kFailure;
+    return withService([=](Service &service) {
+        return writeWhole(device, size, service.engine().usedDevice());
+    });
+}
 
 int VELQ_DevSrv_GetCustomizeName(char *name)
 {
@@ -42,11 +124,7 @@ int VELQ_DevSrv_GetInterface(char *name, int size)
     if (!name || size <= 0)
         return kFailure;
     return withService([=](Service &service) {
-        const std::string text = service.engine().live().interface;
-        if (text.size() >= static_cast<std::size_t>(size))
-            return false;
-        std::memcpy(name, text.c_str(), text.size() + 1);
-        return true;
+        return writeWhole(name, size, service.engine().live().interface);
     });
 }
 

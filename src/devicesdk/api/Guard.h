@@ -2,6 +2,8 @@
 
 #include "engine/Runtime.h"
 
+#include <host/velq.h>
+
 #include <utility>
 
 namespace velq {
@@ -12,6 +14,11 @@ constexpr int kFailure = 1;
 inline int resultOf(bool success)
 {
     return success ? kSuccess : kFailure;
+}
+
+inline bool isConnectType(_VELQ_EN_CONNECT_TYPE type)
+{
+    return type == VELQ_CONNECT_TYPE_DIALUP || type == VELQ_CONNECT_TYPE_WLAN;
 }
 
 /*! Calls \a body, which answers whether it succeeded; no exception gets out. */

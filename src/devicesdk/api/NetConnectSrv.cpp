@@ -54,3 +54,22 @@ int VELQ_NetConnectSrv_Disconnect(void)
     });
     return static_cast<int>(result);
 }
+
+static_assert(VELQ_CONNECT_DONE == int(ConnectResult::Done)
+                  && VELQ_CONNECT_FAILED == int(ConnectResult::Failed)
+                  && VELQ_CONNECT_NO_DEVICE == int(ConnectResult::NoDevice)
+                  && VELQ_CONNECT_NO_SERVICE == int(ConnectResult::NoService)
+                  && VELQ_CONNECT_NOT_MANAGED == int(ConnectResult::NotManaged)
+                  && VELQ_CONNECT_REFUSED == int(ConnectResult::Refused)
+                  && VELQ_CONNECT_NO_PROFILE == int(ConnectResult::NoProfile),
+              "the results are the contract's");
+
+int VELQ_NetConnectSrv_Connect(void)
+{
+    auto result = ConnectResult::Failed;
+    (void)withService([&result](Service &service) {
+        result = service.connect();
+        return true;
+    });
+    return static_cast<int>(result);
+}

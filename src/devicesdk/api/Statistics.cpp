@@ -1,18 +1,12 @@
 #include "api/Guard.h"
 
 #include <host/velq.h>
-#include <host/velq_extension.h>
 
 using namespace velq;
 
 static_assert(VELQ_STATISTICS_REPORT_SIZE == kReportSize, "the report's size is the contract's");
 
 namespace {
-
-bool isType(_VELQ_EN_CONNECT_TYPE type)
-{
-    return type == VELQ_CONNECT_TYPE_DIALUP || type == VELQ_CONNECT_TYPE_WLAN;
-}
 
 bool isKind(int kind)
 {
@@ -42,7 +36,7 @@ int VELQ_Statistics_UnRegisterStatisticsCallbackEvent(VELQ_StatisticsCallback ca
 
 int VELQ_Statistics_GetReport(int kind, void *report, _VELQ_EN_CONNECT_TYPE type)
 {
-    if (!report || !isKind(kind) || !isType(type))
+    if (!report || !isKind(kind) || !isConnectType(type))
         return kFailure;
     return withService([=](Service &service) {
         Report fields;
@@ -68,14 +62,8 @@ int VELQ_Statistics_GetSpecHistroryData(void *report, unsigned long long key)
 
 int VELQ_Statistics_Reset(_VELQ_EN_CONNECT_TYPE type)
 {
-    if (!isType(type))
+    if (!isConnectType(type))
         return kFailure;
     return withService(
         [=](Service &service) { return service.engine().reset(static_cast<int>(type)); });
-}
-
-int VELQ_StatisticsSrv_SetPeriodStart(int weekday, int dayOfMonth)
-{
-    const PeriodStart start { weekday, dayOfMonth };
-    return guarded([&start] { return isValid(start) && Runtime::setPeriodStart(start); });
 }

@@ -1,7 +1,9 @@
 #include "api/Guard.h"
+#include "api/Lists.h"
 
 #include <host/velq_extension.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <string>
@@ -28,5 +30,50 @@ int VELQ_StoreSrv_GetProblem(char *text, int size)
             problem.resize(static_cast<std::size_t>(size) - 1);
         std::memcpy(text, problem.c_str(), problem.size() + 1);
         return true;
+    });
+}
+
+int VELQ_StoreSrv_GetPath(char *path, int size)
+{
+    if (!path || size <= 0)
+        return kFailure;
+    return withService(
+        [=](Service &service) { return writeWhole(path, size, service.storePath()); });
+}
+
+int VELQ_StoreSrv_IsCounting(void)
+{
+    bool counts = false;
+    const int result = withService([&counts](Service &service) {
+        counts = !service.engine().ledger().isShared();
+        return true;
+    });
+    return result == kSuccess ? int(counts) : -1;
+}
+
+int VELQ_StoreSrv_SetKeptDays(int days)
+{
+    constexpr int kMost = 36500;
+    if (days < 0 || days > kMost)
+        return kFailure;
+    return withService([days](Service &service) {
+        service.engine().setKeptDays(days);
+        return true;
+    });
+}
+
+int VELQ_StoreSrv_BackUp(const char *path, char *problem, int size)
+{
+    if (!path || path[0] != '/')
+        return kFailure;
+    return withService([=](Service &service) {
+        std::string words = service.engine().ledger().backUp(path);
+        if (words.empty())
+            return true;
+        if (problem && size > 0) {
+            words.resize(std::min(words.size(), static_cast<std::size_t>(size) - 1));
+            std::memcpy(problem, words.c_str(), words.size() + 1);
+        }
+        return false;
     });
 }

@@ -4,6 +4,8 @@
 
 namespace velq {
 
+constexpr std::size_t kLongestInterfaceName = 15;
+
 /*! Whether an interface can have this name: 1 to 15 bytes, no "/", no blank, not "." or "..". */
 [[nodiscard]] bool isInterfaceName(const std::string &name);
 

@@ -172,7 +172,9 @@ void Engine::thinOut()
     if (today == m_thinnedOut)
         return;
     m_thinnedOut = today;
-    m_ledger.keepHoursFrom(second - kKeptHoursSeconds);
+    constexpr std::int64_t kDaySeconds = 24 * kHourSeconds;
+    if (const int days = m_keptDays; days > 0)
+        m_ledger.keepHoursFrom(hourStart(second - days * kDaySeconds));
 }
 
 void Engine::close()

@@ -21,8 +21,8 @@ namespace velq {
 
 //! Seconds between two commits: what a power cut can lose at most. A killed process loses nothing.
 constexpr int kCommitSeconds = 5;
-//! How long hours are kept; days are kept for ever.
-constexpr std::int64_t kKeptHoursSeconds = 2 * 365 * 24 * kHourSeconds;
+//! How long hours are kept without another policy; days are kept for ever.
+constexpr int kKeptDays = 2 * 365;
 
 /*! What an engine works with. */
 struct EngineParts
@@ -89,6 +89,11 @@ public:
      */
     [[nodiscard]] bool correct(int kind, int type, std::int64_t download, std::int64_t upload);
     [[nodiscard]] DaySpan periodOf(int kind) const;
+    //! How long hours are kept; 0: for ever.
+    void setKeptDays(int days)
+    {
+        m_keptDays = days;
+    }
     //! Where the weekly and the monthly report begin; valid.
     void setPeriodStart(const PeriodStart &start)
     {
@@ -115,6 +120,7 @@ private:
     Accountant m_accountant;
     std::uint64_t m_takeovers = 0;
     std::string m_named;
+    std::atomic<int> m_keptDays { kKeptDays };
     std::atomic<PeriodStart> m_periodStart { PeriodStart {} };
 };
 

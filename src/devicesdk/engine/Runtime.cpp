@@ -89,6 +89,12 @@ std::string Service::customizeName() const
     return velq::customizeName(m_directory.path);
 }
 
+std::string Service::storePath() const
+{
+    return m_demo || m_directory.path.empty() ? std::string()
+                                              : m_directory.path + "/" + kStoreFileName;
+}
+
 DisconnectResult Service::disconnect()
 {
     if (m_engine->callbacks().isRunningHere()) // sampling would stand still meanwhile

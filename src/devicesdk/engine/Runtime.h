@@ -33,6 +33,8 @@ public:
         return *m_engine;
     }
     [[nodiscard]] std::string customizeName() const;
+    //! Empty while the figures are in memory only.
+    [[nodiscard]] std::string storePath() const;
     //! Takes the counted connection down; blocks for kDisconnectTime at most.
     [[nodiscard]] DisconnectResult disconnect();
     //! Brings the chosen device up; blocks for kConnectTime at most.

@@ -7,12 +7,10 @@
 #include <memory>
 #include <vector>
 
+#include "ScriptedLinks.h"
 #include "StoreFolder.h"
 
 using velq::Engine;
-using velq::LinkReading;
-using velq::ReadResult;
-using velq::ReadStatus;
 using velq::Report;
 
 namespace {
@@ -22,56 +20,25 @@ constexpr qint64 kSecond = 1000000000;
 //! What the tests change and the engine sees.
 struct World
 {
-    ReadResult chosen;
-    ReadResult left; // answer to the last look at a link that is no longer chosen
-    std::vector<int> lastLooks;
+    ScriptedLinks script;
     qint64 bootNs = 5 * kSecond;
     qint64 wall = kNow;
 
-    void connect(quint64 download, quint64 upload)
+    //! The link that the tests use.
+    [[nodiscard]] velq::Link &link()
     {
-        chosen.status = ReadStatus::Found;
-        chosen.link.index = 3;
-        chosen.link.name = "va";
-        chosen.link.up = true;
-        chosen.link.download = download;
-        chosen.link.upload = upload;
+        return script.links.at(3).link;
     }
     void flow(quint64 download, quint64 upload)
     {
-        chosen.link.download += download;
-        chosen.link.upload += upload;
+        script.links.at(3).counters.download += download;
+        script.links.at(3).counters.upload += upload;
     }
     void pass(qint64 seconds = 1)
     {
         bootNs += seconds * kSecond;
         wall += seconds;
     }
-};
-
-class ScriptedSource : public velq::CounterSource
-{
-public:
-    explicit ScriptedSource(World &world)
-        : m_world(world)
-    {
-    }
-    ReadResult readChosen() override
-    {
-        return m_world.chosen;
-    }
-    ReadResult readIndex(int index) override
-    {
-        m_world.lastLooks.push_back(index);
-        return m_world.left;
-    }
-    void noteDisconnect() override
-    {
-        m_world.chosen.link.up = false;
-    }
-
-private:
-    World &m_world;
 };
 
 struct Event
@@ -127,11 +94,20 @@ private slots:
     void eachTickSendsOneEvent();
     void callbacksMayAskAndLeave();
     void theRouteMovingToAnotherLinkBooksTheRest();
+    void aNewEngineGoesOnWhereTheLastWasKilled();
+    void theUsedDeviceIsRemembered();
+    void theOperatorsFigureIsTakenOver();
+    void hoursAreThinnedOutByPolicy();
     void afterClosingAnswersGoOnFromMemory();
 
 private:
+    void start();
+    //! As after the end of the process: nothing more is written.
+    void restart();
     [[nodiscard]] Report get(int kind, int type = 0);
     void secondOf(quint64 download, quint64 upload);
+    //! Time passes until \a wall, while nothing is connected.
+    void jump(qint64 wall);
 
     World m_world;
     std::unique_ptr<StoreFolder> m_folder;
@@ -141,15 +117,29 @@ private:
 void tst_Engine::init()
 {
     m_world = {};
-    m_world.connect(5000, 7000);
+    m_world.script.connect(3, "va").counters = { 5000, 7000 };
     m_folder = std::make_unique<StoreFolder>();
-    const velq::Clock clock { [this] { return std::int64_t(m_world.bootNs); },
-                              [this] { return std::int64_t(m_world.wall); } };
-    m_engine = std::make_unique<Engine>(std::make_unique<ScriptedSource>(m_world),
-                                        m_folder->options(), clock);
-    g_engine = m_engine.get();
     g_events.clear();
+    start();
     m_engine->sample();
+}
+
+void tst_Engine::start()
+{
+    velq::EngineParts parts;
+    parts.source = std::make_unique<ScriptedLinkSource>(m_world.script);
+    parts.store = m_folder->options();
+    parts.boot = "boot";
+    parts.clock = { [this] { return std::int64_t(m_world.bootNs); },
+                    [this] { return std::int64_t(m_world.wall); } };
+    m_engine = std::make_unique<Engine>(std::move(parts));
+    g_engine = m_engine.get();
+}
+
+void tst_Engine::restart()
+{
+    m_engine.reset();
+    start();
 }
 
 void tst_Engine::cleanup()
@@ -171,6 +161,15 @@ void tst_Engine::secondOf(quint64 download, quint64 upload)
     m_world.flow(download, upload);
     m_world.pass();
     m_engine->tick();
+}
+
+void tst_Engine::jump(qint64 wall)
+{
+    if (wall > m_world.wall)
+        m_world.bootNs += (wall - m_world.wall) * kSecond;
+    m_world.wall = wall;
+    m_world.script.bounced = true;
+    m_engine->sample();
 }
 
 void tst_Engine::theLiveReportFollowsTheCounters()
@@ -198,7 +197,7 @@ void tst_Engine::aDisconnectEndsTheLiveFiguresAtOnce()
     QVERIFY(!m_engine->live().connected);
     QCOMPARE(get(0).download, std::uint64_t(0));
     QCOMPARE(get(1).download, std::uint64_t(1500));
-    m_world.chosen.link.up = true;
+    m_world.link().up = true;
     secondOf(0, 0);
     secondOf(70, 0);
     QCOMPARE(get(0).download, std::uint64_t(70));
@@ -214,8 +213,7 @@ void tst_Engine::theOtherTypesReportIsEmpty()
         QCOMPARE(report.download, std::uint64_t(0));
         QCOMPARE(report.seconds, std::int64_t(0));
     }
-    m_world.chosen.link.wireless = true;
-    m_world.chosen.link.index = 4;
+    m_world.link().wireless = true;
     secondOf(0, 0);
     secondOf(500, 5);
     QCOMPARE(get(0, 0).download, std::uint64_t(0));
@@ -227,13 +225,14 @@ void tst_Engine::theOtherTypesReportIsEmpty()
 void tst_Engine::withoutAConnectionTheLiveReportIsEmpty()
 {
     secondOf(1000, 10);
-    m_world.chosen.link.up = false;
+    m_world.link().up = false;
     secondOf(50, 5);
     QCOMPARE(get(0).download, std::uint64_t(0));
     QCOMPARE(get(0).downloadSpeed, 0U);
     QCOMPARE(get(1).download, std::uint64_t(1050)); // those were real
-    m_world.chosen = {};
-    secondOf(0, 0);
+    m_world.script.disconnect(3);
+    m_world.pass();
+    m_engine->tick();
     QCOMPARE(get(0).seconds, std::int64_t(0));
     QVERIFY(m_engine->live().interface.empty());
     QCOMPARE(get(1).seconds, std::int64_t(1));
@@ -241,7 +240,7 @@ void tst_Engine::withoutAConnectionTheLiveReportIsEmpty()
 
 void tst_Engine::periodsEndWithTheirLastSecond()
 {
-    m_world.wall = 1932681598; // 2031-03-30 23:59:58, a Sunday
+    jump(1932681598); // 2031-03-30 23:59:58, a Sunday
     secondOf(1, 0);
     QCOMPARE(get(1).download, std::uint64_t(1));
     secondOf(10, 0); // the first second of Monday
@@ -249,7 +248,7 @@ void tst_Engine::periodsEndWithTheirLastSecond()
     QCOMPARE(get(3).download, std::uint64_t(10));
     QCOMPARE(get(4).download, std::uint64_t(11));
     QCOMPARE(get(5).download, std::uint64_t(11));
-    m_world.wall = 1932768000 + 86399; // 2031-04-01 23:59:59
+    jump(1932768000 + 86399); // 2031-04-01 23:59:59
     secondOf(100, 0); // the first second of the 2nd
     QCOMPARE(get(1).download, std::uint64_t(100));
     QCOMPARE(get(3).download, std::uint64_t(110));
@@ -260,13 +259,13 @@ void tst_Engine::periodsEndWithTheirLastSecond()
 void tst_Engine::weeksAndMonthsFollowTheChosenStart()
 {
     constexpr qint64 kDay = 86400;
-    m_world.wall = kNow - 7 * kDay; // Wednesday 2031-02-26
+    jump(kNow - 7 * kDay); // Wednesday 2031-02-26
     secondOf(1, 0);
-    m_world.wall = kNow - 6 * kDay; // Thursday 2031-02-27
+    jump(kNow - 6 * kDay); // Thursday 2031-02-27
     secondOf(10, 0);
-    m_world.wall = kNow - 5 * kDay; // Friday 2031-02-28
+    jump(kNow - 5 * kDay); // Friday 2031-02-28
     secondOf(100, 0);
-    m_world.wall = kNow; // Wednesday 2031-03-05
+    jump(kNow); // Wednesday 2031-03-05
     secondOf(1000, 0);
     m_engine->ledger().commit();
     const auto sums = [this] {
@@ -293,11 +292,11 @@ void tst_Engine::aClockStepNeitherLosesNorDoubles()
     secondOf(1, 0);
     m_world.wall += 2 * 86400;
     secondOf(10, 0);
-    QCOMPARE(get(1).download, std::uint64_t(10));
+    QCOMPARE(get(1).download, std::uint64_t(11)); // the newest clock is right, also for before
     QCOMPARE(get(0).seconds, std::int64_t(2));
     m_world.wall -= 2 * 86400;
     secondOf(100, 0);
-    QCOMPARE(get(1).download, std::uint64_t(101));
+    QCOMPARE(get(1).download, std::uint64_t(111));
     QCOMPARE(get(5).download, std::uint64_t(111));
     QCOMPARE(get(5).seconds, std::int64_t(3));
     QCOMPARE(get(0).downloadSpeed, 100U);
@@ -315,10 +314,10 @@ void tst_Engine::aClockBefore1970IsTheEpoch()
 void tst_Engine::historyTakesWholeHoursOfBothTypes()
 {
     secondOf(1, 2); // 12:00
-    m_world.wall += 1800;
+    jump(m_world.wall + 1800);
     secondOf(10, 20); // 12:30
-    m_world.wall += 1800;
-    m_world.chosen.link.wireless = true;
+    jump(m_world.wall + 1800);
+    m_world.link().wireless = true;
     secondOf(100, 200); // 13:00
     const auto history = [this](quint64 key) {
         Report report;
@@ -394,7 +393,7 @@ void tst_Engine::unknownKindsFail()
 
 void tst_Engine::commitsEveryFewTicks()
 {
-    const char *count = "SELECT coalesce(sum(download), 0) FROM bucket";
+    const char *count = "SELECT coalesce(sum(download), 0) FROM hour";
     for (int i = 1; i < velq::kCommitSeconds; ++i) {
         secondOf(1, 0);
         QCOMPARE(runSql(m_folder->file(), count), 0LL);
@@ -408,11 +407,10 @@ void tst_Engine::eachTickSendsOneEvent()
     m_engine->callbacks().add(record);
     m_engine->callbacks().add(record);
     secondOf(1, 0);
-    m_world.chosen.link.wireless = true;
-    m_world.chosen.link.index = 9;
+    m_world.link().wireless = true;
     secondOf(0, 0);
-    m_world.chosen = {};
-    secondOf(0, 0);
+    m_world.script.disconnect(3);
+    m_engine->tick();
     QCOMPARE(g_events.size(), std::size_t(3));
     const char *expected[] = { "0100000000000000", "0100000001000000", "0000000001000000" };
     for (std::size_t i = 0; i < g_events.size(); ++i) {
@@ -433,31 +431,105 @@ void tst_Engine::callbacksMayAskAndLeave()
 void tst_Engine::theRouteMovingToAnotherLinkBooksTheRest()
 {
     secondOf(1000, 10);
-    m_world.left = m_world.chosen;
-    m_world.left.link.download += 250;
-    m_world.chosen.link.index = 4;
-    m_world.chosen.link.download = 90000;
+    m_world.flow(250, 0);
+    m_world.script.connect(4, "vb").counters = { 90000, 90000 };
     secondOf(0, 0);
-    QCOMPARE(m_world.lastLooks, std::vector<int>({ 3 }));
     QCOMPARE(get(1).download, std::uint64_t(1250));
     QCOMPARE(get(0).download, std::uint64_t(0));
-    secondOf(5, 0);
+    m_world.script.links.at(4).counters.download += 5;
+    secondOf(0, 0);
     QCOMPARE(get(0).download, std::uint64_t(5));
-    m_world.chosen = { ReadStatus::Failed, {} };
+    m_world.script.readable = false;
     m_world.pass();
     m_engine->tick();
-    QCOMPARE(m_world.lastLooks.size(), std::size_t(1)); // not knowing is not leaving
-    QCOMPARE(get(0).download, std::uint64_t(5));
+    QCOMPARE(get(0).download, std::uint64_t(5)); // not knowing is not leaving
+}
+
+void tst_Engine::aNewEngineGoesOnWhereTheLastWasKilled()
+{
+    secondOf(1000, 10);
+    m_engine->ledger().commit();
+    secondOf(200, 2); // not committed any more
+    restart();
+    m_world.flow(30, 3); // nobody counts
+    m_engine->sample();
+    QCOMPARE(get(1).download, std::uint64_t(1230));
+    QCOMPARE(get(1).upload, std::uint64_t(15));
+    std::vector<velq::Reason> reasons;
+    QVERIFY(m_engine->ledger().reasons(10, reasons));
+    QCOMPARE(int(reasons.size()), 1);
+    QCOMPARE(reasons[0].download, std::int64_t(230));
+}
+
+void tst_Engine::theUsedDeviceIsRemembered()
+{
+    m_world.script.connect(4, "vb");
+    secondOf(0, 0);
+    QVERIFY(m_engine->useDevice("va"));
+    secondOf(10, 0);
+    QCOMPARE(m_engine->live().interface, std::string("va"));
+    m_engine->ledger().commit();
+    restart();
+    m_engine->sample();
+    QCOMPARE(m_engine->usedDevice(), std::string("va"));
+    QCOMPARE(m_engine->live().interface, std::string("va"));
+    m_engine->nameDevice("vb"); // the host's own choice comes first
+    secondOf(0, 0);
+    QCOMPARE(m_engine->live().interface, std::string("vb"));
+    m_engine->nameDevice({});
+    secondOf(0, 0);
+    QCOMPARE(m_engine->live().interface, std::string("va"));
+    QVERIFY(m_engine->useDevice({}));
+    secondOf(0, 0);
+    QCOMPARE(m_engine->live().interface, std::string("vb"));
+}
+
+void tst_Engine::theOperatorsFigureIsTakenOver()
+{
+    secondOf(1000, 10);
+    QVERIFY(m_engine->correct(4, 0, 5000, 4));
+    QCOMPARE(get(4).download, std::uint64_t(5000));
+    QCOMPARE(get(4).upload, std::uint64_t(4));
+    QCOMPARE(get(4, 1).download, std::uint64_t(0));
+    secondOf(7, 1);
+    QCOMPARE(get(4).download, std::uint64_t(5007));
+    QVERIFY(m_engine->correct(4, 0, 0, 0));
+    QCOMPARE(get(4).download, std::uint64_t(0));
+    QVERIFY(!m_engine->correct(0, 0, 1, 1));
+    QVERIFY(!m_engine->correct(2, 0, 1, 1));
+    jump(m_world.wall + 40 * 86400); // another month knows nothing of it
+    secondOf(3, 0);
+    QCOMPARE(get(4).download, std::uint64_t(3));
+    QCOMPARE(get(5).download, std::uint64_t(3));
+}
+
+void tst_Engine::hoursAreThinnedOutByPolicy()
+{
+    const auto count = [this] { return runSql(m_folder->file(), "SELECT count(*) FROM hour"); };
+    secondOf(1, 0);
+    for (int i = 0; i < 4; ++i)
+        secondOf(0, 0);
+    QCOMPARE(count(), 1LL);
+    m_engine->setKeptDays(0);
+    jump(m_world.wall + 3000 * qint64(86400));
+    for (int i = 0; i < 5; ++i)
+        secondOf(1, 0);
+    QCOMPARE(count(), 2LL);
+    m_engine->setKeptDays(velq::kKeptDays);
+    jump(m_world.wall + 86400);
+    for (int i = 0; i < 5; ++i)
+        secondOf(1, 0);
+    QCOMPARE(count(), 2LL); // of three
+    QCOMPARE(runSql(m_folder->file(), "SELECT sum(download) FROM day"), 11LL);
 }
 
 void tst_Engine::afterClosingAnswersGoOnFromMemory()
 {
     secondOf(1000, 10);
     m_engine->close();
-    QCOMPARE(runSql(m_folder->file(), "SELECT download FROM bucket"), 1000LL);
+    QCOMPARE(runSql(m_folder->file(), "SELECT download FROM hour"), 1000LL);
     QCOMPARE(get(0).download, std::uint64_t(1000));
-    Report report;
-    QVERIFY(m_engine->report(1, 0, report)); // nothing pending is left, nothing crashes
+    QCOMPARE(get(1).download, std::uint64_t(1000));
     QVERIFY(!m_engine->reset(0));
     QCOMPARE(get(0).download, std::uint64_t(1000));
 }
