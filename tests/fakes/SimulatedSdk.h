@@ -25,7 +25,7 @@ void tick();
 void commit();
 //! A clean end: everything is written.
 void close();
-//! As if killed: what was booked after the last commit() is lost.
+//! As if killed: of what was booked after the last commit() the next open() finds the bytes only.
 void abandon();
 
 } // namespace SimulatedSdk

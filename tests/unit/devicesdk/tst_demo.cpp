@@ -9,8 +9,6 @@
 #include "StoreFolder.h"
 
 using velq::DemoSource;
-using velq::ReadResult;
-using velq::ReadStatus;
 
 class tst_Demo : public QObject
 {
@@ -21,11 +19,22 @@ private slots:
     void disconnectedItPausesFor15SecondsAndGoesOn();
     void aLongSleepIsCaughtUpQuickly();
     void theHistoryFillsEveryPeriod();
+    void connectingEndsThePause();
 };
 
 namespace {
 
 constexpr qint64 kSecond = 1000000000;
+
+std::uint64_t downloadOf(DemoSource &source)
+{
+    return source.read().steps.at(0).counters->download;
+}
+
+bool isUp(DemoSource &source)
+{
+    return source.read().steps.at(0).link.up;
+}
 
 } // namespace
 
@@ -51,24 +60,28 @@ void tst_Demo::countersNeverFallAndFollowTheScript()
 {
     qint64 now = 7 * kSecond;
     DemoSource source({ [&now] { return std::int64_t(now); }, [] { return std::int64_t(kNow); } });
-    const ReadResult first = source.readChosen();
-    QCOMPARE(first.status, ReadStatus::Found);
+    const velq::LinkNews news = source.read();
+    QVERIFY(news.valid);
+    QCOMPARE(int(news.routes.size()), 1);
+    const velq::LinkStep first = news.steps.at(0);
+    QVERIFY(first.kind == velq::LinkStep::Kind::Appeared);
+    QVERIFY(!first.base); // it was there before
+    QCOMPARE(news.routes[0].index, first.link.index);
     QCOMPARE(first.link.name, std::string("demo0"));
     QVERIFY(first.link.up);
     QVERIFY(!first.link.wireless);
-    std::uint64_t last = first.link.download;
+    std::uint64_t last = first.counters->download;
     for (int i = 0; i < 300; ++i) {
         now += kSecond / 10;
-        const ReadResult next = source.readChosen();
-        QVERIFY(next.link.download >= last);
-        last = next.link.download;
+        const velq::LinkStep next = source.read().steps.at(0);
+        QVERIFY(next.kind == velq::LinkStep::Kind::Counted);
+        QVERIFY(next.counters->download >= last);
+        last = next.counters->download;
     }
     std::uint64_t expected = 0;
     for (int second = 0; second < 30; ++second)
         expected += velq::demoSpeed(second).download;
-    QCOMPARE(last - first.link.download, expected);
-    QCOMPARE(source.readIndex(first.link.index).link.download, last);
-    QCOMPARE(source.readIndex(99).status, ReadStatus::Absent);
+    QCOMPARE(last - first.counters->download, expected);
 }
 
 void tst_Demo::disconnectedItPausesFor15SecondsAndGoesOn()
@@ -78,18 +91,18 @@ void tst_Demo::disconnectedItPausesFor15SecondsAndGoesOn()
                               [] { return std::int64_t(kNow); } };
     DemoSource paused(clock);
     now = 10 * kSecond + kSecond / 2; // in the middle of a second of the script
-    const std::uint64_t before = paused.readChosen().link.download;
-    paused.noteDisconnect();
+    const std::uint64_t before = downloadOf(paused);
+    paused.noteDisconnect(1);
     for (const qint64 wait : { qint64(0), kSecond, 13 * kSecond, kSecond - 1 }) {
         now += wait;
-        QVERIFY(!paused.readChosen().link.up);
-        QCOMPARE(paused.readChosen().link.download, before);
+        QVERIFY(!isUp(paused));
+        QCOMPARE(downloadOf(paused), before);
     }
     now += 1; // 15 seconds
-    QVERIFY(paused.readChosen().link.up);
-    QCOMPARE(paused.readChosen().link.download, before);
+    QVERIFY(isUp(paused));
+    QCOMPARE(downloadOf(paused), before);
     now += kSecond * 3 / 2; // the script's second 12
-    const std::uint64_t after = paused.readChosen().link.download;
+    const std::uint64_t after = downloadOf(paused);
     QCOMPARE(after - before,
              velq::demoSpeed(10).download - velq::demoSpeed(10).download / 2
                  + velq::demoSpeed(11).download);
@@ -99,33 +112,51 @@ void tst_Demo::aLongSleepIsCaughtUpQuickly()
 {
     qint64 now = 0;
     DemoSource source({ [&now] { return std::int64_t(now); }, [] { return std::int64_t(kNow); } });
-    const std::uint64_t before = source.readChosen().link.download;
+    const std::uint64_t before = downloadOf(source);
     now = 365LL * 86400 * kSecond;
-    const std::uint64_t after = source.readChosen().link.download;
+    const std::uint64_t after = downloadOf(source);
     QVERIFY(after > before);
     QVERIFY(after - before < 8000000ULL * 3601);
 }
 
 void tst_Demo::theHistoryFillsEveryPeriod()
 {
-    const velq::Changes past = velq::demoHistory(kNow);
-    std::uint64_t smaller = 0;
+    const velq::HourAmounts past = velq::demoHistory(kNow, utcDay);
+    std::int64_t smaller = 0;
     for (const velq::Period period :
          { velq::Period::Day, velq::Period::Month, velq::Period::Year }) {
-        const velq::Totals totals
-            = velq::sum(past.buckets, 0, velq::periodSpan(period, kNow, velq::TimeZone::utc()));
-        QVERIFY(totals.download > smaller);
-        QVERIFY(totals.upload > 0);
-        QVERIFY(totals.upload < totals.download);
-        QVERIFY(totals.timeMs > 0);
-        smaller = totals.download;
+        const velq::DaySpan days = velq::periodDays(period, utcDay(kNow));
+        velq::Amounts sum;
+        for (const auto &[key, amounts] : past) {
+            if (key.day >= days.from && key.day < days.to)
+                sum.add(amounts);
+        }
+        QVERIFY(sum.download > smaller);
+        QVERIFY(sum.upload > 0);
+        QVERIFY(sum.upload < sum.download);
+        QVERIFY(sum.timeMs > 0);
+        smaller = sum.download;
     }
-    for (const auto &[key, totals] : past.buckets) {
-        QVERIFY(key.first < kNow);
-        QCOMPARE(key.first % velq::kBucketSeconds, std::int64_t(0));
-        QVERIFY(totals.timeMs <= std::uint64_t(velq::kBucketSeconds) * 1000);
+    for (const auto &[key, amounts] : past) {
+        QVERIFY(key.start < kNow);
+        QCOMPARE(key.start % velq::kHourSeconds, std::int64_t(0));
+        QCOMPARE(key.day, utcDay(key.start));
+        QVERIFY(amounts.timeMs <= velq::kHourSeconds * 1000);
     }
-    QVERIFY(velq::demoHistory(0).buckets.empty());
+    QVERIFY(velq::demoHistory(0, utcDay).empty());
+}
+
+void tst_Demo::connectingEndsThePause()
+{
+    qint64 now = 0;
+    DemoSource source({ [&now] { return std::int64_t(now); }, [] { return std::int64_t(kNow); } });
+    source.noteConnect(); // it is connected: nothing changes
+    QVERIFY(isUp(source));
+    source.noteDisconnect(1);
+    now = 5 * kSecond;
+    QVERIFY(!isUp(source));
+    source.noteConnect();
+    QVERIFY(isUp(source));
 }
 
 QTEST_GUILESS_MAIN(tst_Demo)

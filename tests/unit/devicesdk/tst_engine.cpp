@@ -213,9 +213,13 @@ void tst_Engine::theOtherTypesReportIsEmpty()
         QCOMPARE(report.download, std::uint64_t(0));
         QCOMPARE(report.seconds, std::int64_t(0));
     }
-    m_world.link().wireless = true;
-    secondOf(0, 0);
-    secondOf(500, 5);
+    m_world.script.disconnect(3);
+    m_world.script.connect(4, "wlan0").link.wireless = true;
+    m_world.pass();
+    m_engine->tick();
+    m_world.script.links.at(4).counters.download += 500;
+    m_world.pass();
+    m_engine->tick();
     QCOMPARE(get(0, 0).download, std::uint64_t(0));
     QCOMPARE(get(0, 1).download, std::uint64_t(500));
     QCOMPARE(get(1, 0).download, std::uint64_t(1000));
