@@ -10,7 +10,7 @@ namespace velq {
 /*! What a link message of the kernel says. */
 struct LinkMessage
 {
-    bool deleted = false; //!< the link is gone; its counters are zeros then and mean nothing
+    bool deleted = false; //!< the link is gone; its counters may be zeros already
     int index = 0;
     std::string name;
     std::string kind; //!< "bridge", "tun", "vlan", ...; empty for hardware

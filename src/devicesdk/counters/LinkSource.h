@@ -37,7 +37,7 @@ struct LinkStep
     enum class Kind { Appeared, Changed, Gone, Counted };
     Kind kind = Kind::Counted;
     Link link; //!< whole for Appeared and Changed; index and instance always
-    std::optional<LinkCounters> counters; //!< what they were then
+    std::optional<LinkCounters> counters; //!< what they were then; when gone, the last ones
     bool fromEvent = false; //!< said at the moment of the change, not when we asked
     //! Appeared only: the counters from which this link's traffic is ours. Without it the link was
     //! there before we looked for the first time.

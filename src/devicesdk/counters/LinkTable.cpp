@@ -66,7 +66,7 @@ void LinkTable::applyEvent(const LinkMessage &message)
     if (message.deleted) {
         m_deleted.push_back(message.index);
         if (isKnown)
-            (void)remove(at, true);
+            removeDeleted(at, message);
         return;
     }
     if (!message.hasCounters) {
@@ -203,6 +203,16 @@ void LinkTable::changeFlags(Known &known, const LinkMessage &message)
     const bool up = known.kernelUp && !known.disconnected;
     if (std::exchange(known.link.up, up) != up)
         addStep(LinkStep::Kind::Changed, known, true).link = known.link;
+}
+
+void LinkTable::removeDeleted(Iterator at, const LinkMessage &message)
+{
+    // A packet that was on its way when the link closed may be counted only now. Some kinds have
+    // given up their counters already; those are zeros.
+    const LinkCounters last { std::max(at->counters.download, message.download),
+                              std::max(at->counters.upload, message.upload) };
+    addStep(LinkStep::Kind::Gone, *at, true).counters = last;
+    m_links.erase(at);
 }
 
 LinkTable::Iterator LinkTable::remove(Iterator at, bool fromEvent)

@@ -66,6 +66,7 @@ private:
     void appear(Iterator at, const LinkMessage &message, bool fromEvent);
     void change(Known &known, const LinkMessage &message, bool fromEvent);
     void changeFlags(Known &known, const LinkMessage &message);
+    void removeDeleted(Iterator at, const LinkMessage &message);
     Iterator remove(Iterator at, bool fromEvent);
     void endDisconnect(Known &known);
     [[nodiscard]] bool isAnotherLink(const Known &known, const LinkMessage &message) const;

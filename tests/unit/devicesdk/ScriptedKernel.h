@@ -71,10 +71,11 @@ inline Bytes endBytes(int error = 0)
     return messageBytes(NLMSG_DONE, &value, sizeof value);
 }
 
-inline Bytes errorBytes(int error)
+//! \a value as the kernel writes it: a negated errno.
+inline Bytes errorBytes(int value)
 {
     nlmsgerr report {};
-    report.error = -error;
+    report.error = value;
     return messageBytes(NLMSG_ERROR, &report, sizeof report);
 }
 

@@ -63,7 +63,7 @@ void tst_LinkMonitor::answer()
     if (m_silences > 0 && m_silences-- > 0)
         return;
     if (type == RTM_GETSTATS && m_countersError != 0)
-        return m_script->answer(errorBytes(m_countersError), 0);
+        return m_script->answer(errorBytes(-m_countersError), 0);
     const bool interrupted = m_interruptions > 0 && m_interruptions-- > 0;
     const unsigned flags = NLM_F_MULTI | (interrupted ? unsigned(NLM_F_DUMP_INTR) : 0U);
     m_bytes += 100;

@@ -26,13 +26,11 @@ LinkMessage message(int index, std::uint64_t download, std::uint64_t upload, boo
     return message;
 }
 
-LinkMessage deletion(int index)
+LinkMessage deletion(int index, std::uint64_t download = 0, std::uint64_t upload = 0)
 {
-    LinkMessage message;
-    message.index = index;
-    message.deleted = true;
-    message.hasCounters = true; // zeros
-    return message;
+    LinkMessage deletion = message(index, download, upload, false);
+    deletion.deleted = true;
+    return deletion;
 }
 
 LinkMessage note(int index, bool up)
@@ -78,6 +76,7 @@ private slots:
     void anotherInstanceIsAnotherLink_data();
     void anotherInstanceIsAnotherLink();
     void aDeletedLinkHasItsLastCounters();
+    void whatIsCountedLateIsInTheDeletion();
     void aClosedPairKeepsItsDownload();
     void whatDidNotChangeIsOnlyCounted();
     void everyChangeIsTold_data();
@@ -199,8 +198,17 @@ void tst_LinkTable::aDeletedLinkHasItsLastCounters()
     m_instances[5] = 9;
     m_table->applyEvent(message(5, 0, 0, false));
     QCOMPARE(steps(),
-             QString("appeared 5.8 up 50/50; changed 5.8 down 70/80!; gone 5.8!; "
+             QString("appeared 5.8 up 50/50; changed 5.8 down 70/80!; gone 5.8 70/80!; "
                      "appeared 5.9 down 0/0 from 0/0!"));
+}
+
+void tst_LinkTable::whatIsCountedLateIsInTheDeletion()
+{
+    list({ message(5, 50, 50), message(6, 50, 50) });
+    (void)steps();
+    m_table->applyEvent(deletion(5, 51, 49));
+    m_table->applyEvent(deletion(6, 0, 52));
+    QCOMPARE(steps(), QString("gone 5 51/50!; gone 6 50/52!"));
 }
 
 void tst_LinkTable::aClosedPairKeepsItsDownload()
@@ -273,7 +281,8 @@ void tst_LinkTable::anAnswerBehindAnEventIsOlder()
     m_table->endAnswer();
     QCOMPARE(
         steps(),
-        QString("changed 4 down 20/20!; gone 5!; appeared 7 up 0/0 from 0/0!; counted 6 15/15"));
+        QString(
+            "changed 4 down 20/20!; gone 5 10/10!; appeared 7 up 0/0 from 0/0!; counted 6 15/15"));
     list({ message(4, 21, 21), message(6, 16, 16), message(7, 1, 1) }); // from now on it counts
     QCOMPARE(steps(), QString("changed 4 up 21/21; counted 6 16/16; counted 7 1/1"));
 }
@@ -331,7 +340,7 @@ void tst_LinkTable::disconnecting_data()
     QTest::newRow("an event that finds it up") << 2 << "counted 5 2/2!";
     QTest::newRow("down and up") << 3 << "counted 5 2/2!; changed 5 up 3/3!";
     QTest::newRow("lost events") << 4 << "changed 5 up!";
-    QTest::newRow("deleted and made again") << 5 << "gone 5!; appeared 5 up 2/2 from 2/2!";
+    QTest::newRow("deleted and made again") << 5 << "gone 5 1/1!; appeared 5 up 2/2 from 2/2!";
 }
 
 void tst_LinkTable::disconnecting()

@@ -88,10 +88,10 @@ void tst_MessageStream::theEndsOfAnswers_data()
     row("the end", endBytes(), Status::Whole, 0);
     row("an end with an error", endBytes(EMSGSIZE), Status::Refused, EMSGSIZE);
     row("an end without a body", messageBytes(NLMSG_DONE), Status::Whole, 0);
-    row("refused", errorBytes(EOPNOTSUPP), Status::Refused, EOPNOTSUPP);
+    row("refused", errorBytes(-EOPNOTSUPP), Status::Refused, EOPNOTSUPP);
     row("done without an answer", errorBytes(0), Status::Whole, 0);
     row("an error without a body", messageBytes(NLMSG_ERROR), Status::Whole, 0);
-    row("a positive error", errorBytes(-5), Status::Whole, 0);
+    row("a positive error", errorBytes(5), Status::Whole, 0);
     row("an error that has no opposite", errorBytes(INT_MIN), Status::Whole, 0);
 }
 
