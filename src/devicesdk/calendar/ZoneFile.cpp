@@ -31,7 +31,7 @@ std::string zonePath(const std::string &name)
 
 std::optional<std::string> readZoneFile(const std::string &path)
 {
-    constexpr std::size_t kLargest = 64 * 1024; // the longest of the system's have 5 KiB
+    constexpr std::size_t kLargest = 65536; // the longest of the system's have 5 KiB
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (file < 0)
         return std::nullopt;
