@@ -3,6 +3,7 @@
 #include "calendar/ZoneBytes.h"
 #include "calendar/ZoneFile.h"
 #include "calendar/ZoneRule.h"
+#include "calendar/ZoneTables.h"
 
 #include <cctz/time_zone.h>
 
@@ -22,6 +23,29 @@ cctz::civil_second midnight(Day day)
 {
     const Date date = dateOf(day);
     return cctz::civil_second(date.year, date.month, date.day);
+}
+
+/*!
+ * Replaces the rule after the last change by the changes that it means. cctz takes a rule only from
+ * files that repeat it in their last changes, which those of many systems do not.
+ */
+bool spellOutRule(ZoneTables &tables)
+{
+    constexpr std::size_t kMostTypes = 254; // and two more: an index has 8 bits
+    if (tables.rule.empty())
+        return true;
+    const auto rule = parseZoneRule(tables.rule);
+    if (!rule || tables.typeCount() > kMostTypes)
+        return false;
+    const std::int64_t last = tables.lastChange();
+    const std::size_t type = tables.typeCount(); // of standard time; the next one is of summer time
+    tables.addType(rule->standard, false);
+    tables.addType(rule->summer, true);
+    for (const RuleChange &change : changesOf(*rule))
+        if (change.instant > last)
+            tables.addChange(change.instant, type + (change.summer ? 1 : 0));
+    tables.rule.clear();
+    return true;
 }
 
 } // namespace
@@ -48,19 +72,26 @@ std::optional<TimeZone> TimeZone::named(const std::string &name)
 std::optional<TimeZone> TimeZone::ofFile(const std::string &path, const std::string &name)
 {
     const auto bytes = readZoneFile(path);
-    return bytes ? ofBytes(*bytes, name) : std::nullopt;
+    auto tables = bytes ? readZoneTables(*bytes) : std::nullopt;
+    return tables ? ofTables(std::move(*tables), name) : std::nullopt;
 }
 
 std::optional<TimeZone> TimeZone::ofRule(const std::string &rule)
 {
     const auto parsed = parseZoneRule(rule);
-    return parsed ? ofBytes(zoneFileOf(*parsed), rule) : std::nullopt;
+    if (!parsed)
+        return std::nullopt;
+    ZoneTables tables;
+    tables.addType(parsed->standard, false);
+    tables.names.assign(1, '\0');
+    tables.rule = rule;
+    return ofTables(std::move(tables), rule);
 }
 
-std::optional<TimeZone> TimeZone::ofBytes(const std::string &bytes, const std::string &name)
+std::optional<TimeZone> TimeZone::ofTables(ZoneTables tables, const std::string &name)
 {
     cctz::time_zone rules;
-    if (!loadZoneBytes(bytes, rules))
+    if (!spellOutRule(tables) || !loadZoneBytes(zoneBytes(tables), rules))
         return std::nullopt;
     return TimeZone(std::make_shared<const Content>(Content { name, rules }));
 }

@@ -9,6 +9,8 @@
 
 namespace velq {
 
+struct ZoneTables;
+
 /*! A time zone: when each date begins there. Immutable; copies share their rules. */
 class TimeZone
 {
@@ -42,7 +44,7 @@ private:
     struct Content;
 
     explicit TimeZone(std::shared_ptr<const Content> content);
-    static std::optional<TimeZone> ofBytes(const std::string &bytes, const std::string &name);
+    static std::optional<TimeZone> ofTables(ZoneTables tables, const std::string &name);
 
     std::shared_ptr<const Content> m_content;
 };

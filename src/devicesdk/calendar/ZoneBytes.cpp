@@ -1,7 +1,5 @@
 #include "calendar/ZoneBytes.h"
 
-#include "calendar/ZoneFile.h"
-
 #include <cctz/zone_info_source.h>
 #include <dlfcn.h>
 
@@ -113,8 +111,6 @@ bool loadZoneBytes(const std::string &bytes, cctz::time_zone &zone)
 {
     static const bool kept = (keepCctzLoaded(), true);
     (void)kept;
-    if (!isZoneFile(bytes)) // cctz would believe its counts and keep its name
-        return false;
     const Loading loading(bytes);
     return cctz::load_time_zone(nameOf(bytes), &zone);
 }

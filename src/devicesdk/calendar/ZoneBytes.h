@@ -7,9 +7,8 @@
 namespace velq {
 
 /*!
- * Makes cctz take a zone from the \a bytes of a compiled time zone file; false for damaged ones and
- * for those that count leap seconds. The same bytes are kept only once, for the rest of the
- * process.
+ * Makes cctz take a zone from the \a bytes of a compiled time zone file, whose counts have to be
+ * right: cctz believes them. The same bytes are kept only once, but for the rest of the process.
  */
 [[nodiscard]] bool loadZoneBytes(const std::string &bytes, cctz::time_zone &zone);
 

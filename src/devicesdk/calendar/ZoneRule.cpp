@@ -1,10 +1,8 @@
 #include "calendar/ZoneRule.h"
 
 #include "calendar/Date.h"
-#include "calendar/ZoneFile.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace velq {
 
@@ -182,25 +180,25 @@ std::optional<ZoneRule> parseZoneRule(const std::string &text)
     return rule;
 }
 
-std::string zoneFileOf(const ZoneRule &rule)
+std::vector<RuleChange> changesOf(const ZoneRule &rule)
 {
     constexpr int kFirstYear = 1900;
     constexpr int kLastYear = 2400;
-    std::vector<OffsetChange> changes;
+    std::vector<RuleChange> changes;
     for (int year = kFirstYear; rule.hasSummer && year <= kLastYear; ++year) {
         changes.push_back({ changeInstant(year, rule.begin, rule.standard), true });
         changes.push_back({ changeInstant(year, rule.end, rule.summer), false });
     }
-    std::stable_sort(
-        changes.begin(), changes.end(),
-        [](const OffsetChange &a, const OffsetChange &b) { return a.instant < b.instant; });
+    std::stable_sort(changes.begin(), changes.end(), [](const RuleChange &a, const RuleChange &b) {
+        return a.instant < b.instant;
+    });
     // Summer time all the year ends where the next year's begins: of two at once the later one
     // counts.
     const auto kept = std::unique(
         changes.rbegin(), changes.rend(),
-        [](const OffsetChange &a, const OffsetChange &b) { return a.instant == b.instant; });
+        [](const RuleChange &a, const RuleChange &b) { return a.instant == b.instant; });
     changes.erase(changes.begin(), kept.base());
-    return makeZoneFile(rule.standard, rule.summer, changes);
+    return changes;
 }
 
 } // namespace velq

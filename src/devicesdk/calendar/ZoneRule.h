@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,7 +33,14 @@ struct ZoneRule
 //! A rule as TZ may hold it: "CET-1CEST,M3.5.0,M10.5.0/3", "<+0530>-5:30".
 [[nodiscard]] std::optional<ZoneRule> parseZoneRule(const std::string &text);
 
-//! The compiled time zone file of \a rule, with its changes from 1900 to 2400.
-[[nodiscard]] std::string zoneFileOf(const ZoneRule &rule);
+/*! A change to summer time or back. */
+struct RuleChange
+{
+    std::int64_t instant = 0; //!< seconds since 1970 UTC
+    bool summer = false;
+};
+
+//! The changes of the years 1900 to 2400, in order.
+[[nodiscard]] std::vector<RuleChange> changesOf(const ZoneRule &rule);
 
 } // namespace velq

@@ -1,5 +1,6 @@
-// Periods of 1970 to 2100 in many zones, beside the C library's local time. The two agree everywhere,
-// also after 2037, where only a rule is left of a zone, and where winter time is the exception.
+// Periods of 1970 to 2100 in many zones, beside the C library's local time. The two agree
+// everywhere, also after 2037, where only a rule is left of a zone, and where winter time is the
+// exception.
 
 #include "calendar/Period.h"
 
@@ -68,6 +69,7 @@ const char *const kRules[] = {
     "<-02>2<-01>,M3.5.0/-1,M10.5.0/0", // the evening before
     "EET-2EEST,M3.4.4/50,M10.4.4/50", // two days after
     "NST3:30NDT,M4.1.0/0:01,M10.5.0/0:01", // back over midnight
+    "AAA0BBB,M4.1.0/23:30,M10.1.0/0:30", // forward and back over midnight
     "EST5EDT4,J60,J300/1",
     "EST5EDT4,59/0,299",
     "<+0545>-5:45",

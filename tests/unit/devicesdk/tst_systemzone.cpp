@@ -1,5 +1,4 @@
 #include "calendar/SystemZone.h"
-#include "calendar/ZoneRule.h"
 
 #include <QFile>
 #include <QTemporaryDir>
