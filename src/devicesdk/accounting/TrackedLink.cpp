@@ -99,7 +99,7 @@ LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
         add(all, std::exchange(m_kept, {}));
         return all;
     }
-    if (nowNs - m_firstNs <= kYouthNs)
+    if (!m_wasHere && nowNs - m_firstNs <= kYouthNs)
         add(m_kept, m_delta);
     else
         m_kept = {};

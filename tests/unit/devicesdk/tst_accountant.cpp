@@ -237,6 +237,16 @@ void tst_Accountant::aYoungLinkCountsFromItsMakingWhenTheRouteComes()
     QCOMPARE(script.booked().download, qint64(350));
     QCOMPARE(script.booked().upload, qint64(200));
 
+    LinkScript old; // it was there before anybody looked
+    old.find(LinkScript::link("wwan0"), 100, 100);
+    (void)old.look();
+    old.count(3, 300, 200);
+    (void)old.look();
+    old.count(3, 350, 200);
+    old.routeBy({ 3 });
+    (void)old.look();
+    QCOMPARE(old.booked().download, qint64(50));
+
     LinkScript late;
     (void)late.look();
     late.appear(LinkScript::link("wwan0"));
