@@ -77,6 +77,7 @@ void MainWindow::createMenus(const QStringList &languages)
     connect(m_deviceMenu, &DeviceMenu::deviceChosen, this, &MainWindow::deviceChosen);
 
     m_languageMenu = menuBar()->addMenu(QString());
+    m_languageMenu->setObjectName(QStringLiteral("Host_Languages"));
     m_languages = new QActionGroup(this);
     for (const QString &code : languages) {
         QAction *action = m_languageMenu->addAction(languageName(code));

@@ -38,7 +38,7 @@ void Session::connectConnection()
 {
     MainWindow *window = m_window.get();
     window->setDeviceReader(m_sdk.devices);
-    if (!m_options.interfaceName.isEmpty() || m_options.demo)
+    if (!m_options.interfaceName.isEmpty())
         window->fixDevice();
     connect(window, &MainWindow::deviceChosen, this, &Session::onDeviceChosen);
     connect(&m_connector, &BlockingCall::started, window, &MainWindow::showConnecting);

@@ -303,7 +303,7 @@ void Accountant::putMark(TrackedLink &tracked, BookingBatch &batch)
 {
     if (!tracked.last())
         return;
-    LinkMark mark { idOf(tracked.link()), tracked.link().name,        tracked.note.key,
+    LinkMark mark { idOf(tracked.link()), tracked.link().name,      tracked.note.key,
                     useOf(tracked),       tracked.last()->download, tracked.last()->upload };
     if (tracked.mark && mark == *tracked.mark)
         return;

@@ -86,9 +86,8 @@ int VELQ_DevSrv_GetUsedDevice(char *device, int size)
 {
     if (!device || size <= 0)
         return kFailure;
-    return withService([=](Service &service) {
-        return writeWhole(device, size, service.engine().usedDevice());
-    });
+    return withService(
+        [=](Service &service) { return writeWhole(device, size, service.engine().usedDevice()); });
 }
 
 int VELQ_DevSrv_GetCustomizeName(char *name)

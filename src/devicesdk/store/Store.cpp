@@ -237,6 +237,7 @@ bool Store::setAside()
             + reason(error) + ". Figures are kept in memory only.";
         return false;
     }
+    ++m_setAsides;
     m_notice = "The usage store " + path() + " was damaged and has been set aside as " + name
         + "; a new one was begun.";
     return true;

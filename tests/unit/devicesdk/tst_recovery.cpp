@@ -98,9 +98,9 @@ void tst_Recovery::theNameServesWhereInstancesAreNotTold()
 
 void tst_Recovery::anotherInstanceWithAnUnstableKeyIsNotRecovered()
 {
-    for (const LinkMark &stored : { mark("name:wwan0", 10, 20, "boot", 3, 32),
-                                    mark("name:wwan0", 10, 20, "earlier boot"),
-                                    mark("name:wwan0", 10, 20, "boot", 4) }) {
+    for (const LinkMark &stored :
+         { mark("name:wwan0", 10, 20, "boot", 3, 32), mark("name:wwan0", 10, 20, "earlier boot"),
+           mark("name:wwan0", 10, 20, "boot", 4) }) {
         LinkScript script({ stored });
         script.find(LinkScript::link("wwan0"), 1500, 2007);
         script.routeBy({ 3 });
