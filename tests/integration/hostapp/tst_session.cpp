@@ -303,7 +303,7 @@ void tst_Session::theMenuMakesTheConnectionAgain()
     QVERIFY(!entry->isEnabled());
     const auto *status = window()->findChild<QLabel *>("Host_StatusConnection");
     QTRY_VERIFY(status->text().endsWith("Connected"));
-    QCOMPARE(lastMessage(), QString());
+    QVERIFY(!lastMessage().startsWith("Connecting"));
     QVERIFY(!entry->isEnabled());
 }
 
