@@ -346,8 +346,17 @@ std::vector<PresentDevice> Accountant::present() const
     for (const TrackedLink &tracked : m_links) {
         if (tracked.link().loopback && !isCounted(tracked.link().index))
             continue;
-        devices.push_back({ tracked.note, tracked.link().up, isCounted(tracked.link().index),
-                            tracked.link().index == m_chosen, tracked.roaming });
+        PresentDevice device;
+        device.note = tracked.note;
+        device.up = tracked.link().up;
+        device.counted = isCounted(tracked.link().index);
+        device.chosen = tracked.link().index == m_chosen;
+        device.roaming = tracked.roaming;
+        const ModemFacts *const modem
+            = m_facts ? modemOfInterface(*m_facts, tracked.link().name) : nullptr;
+        if (modem && modem->hasStats)
+            device.modemFigures = LinkCounters { modem->bearerDownload, modem->bearerUpload };
+        devices.push_back(std::move(device));
     }
     return devices;
 }

@@ -21,6 +21,7 @@ struct PresentDevice
     bool counted = false;
     bool chosen = false;
     bool roaming = false;
+    std::optional<LinkCounters> modemFigures; //!< what the modem says of its connection
 };
 
 /*!

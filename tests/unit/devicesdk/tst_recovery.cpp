@@ -212,6 +212,12 @@ void tst_Recovery::roamingIsCountedApart()
     (void)script.look();
     QCOMPARE(script.batch.bookings[0].use, velq::useKind(0, true));
     QVERIFY(script.accountant.live().roaming);
+    QVERIFY(!script.accountant.present()[0].modemFigures);
+    script.facts = modem("8949", true);
+    script.facts->modems[0].hasStats = true;
+    script.facts->modems[0].bearerUpload = 77;
+    (void)script.look();
+    QCOMPARE(script.accountant.present()[0].modemFigures->upload, quint64(77));
 }
 
 void tst_Recovery::aSecondProcessGoesOnWhereTheFirstEnded()
