@@ -344,7 +344,8 @@ std::vector<PresentDevice> Accountant::present() const
 {
     std::vector<PresentDevice> devices;
     for (const TrackedLink &tracked : m_links) {
-        if (tracked.link().loopback && !isCounted(tracked.link().index))
+        const bool hardware = tracked.link().kind.empty() && !tracked.link().loopback;
+        if (!hardware && !isCounted(tracked.link().index))
             continue;
         PresentDevice device;
         device.note = tracked.note;

@@ -76,12 +76,14 @@ void TrackedLink::resume(const LinkMark &from)
     else
         add(m_recovered, difference(m_untold, known));
     m_untold = {};
+    m_told = true;
 }
 
 void TrackedLink::forgetBooks()
 {
     m_untold = m_last.value_or(LinkCounters {});
     m_wasHere = true;
+    m_told = false;
     m_delta = m_kept = m_recovered = {};
     mark.reset();
     markAsked = noteTold = false;
@@ -90,6 +92,7 @@ void TrackedLink::forgetBooks()
 void TrackedLink::claimAll()
 {
     add(m_recovered, std::exchange(m_untold, {}));
+    m_told = true;
 }
 
 LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
@@ -99,6 +102,8 @@ LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
         add(all, std::exchange(m_kept, {}));
         return all;
     }
+    if (m_wasHere && !m_told)
+        add(m_untold, m_delta);
     if (!m_wasHere && nowNs - m_firstNs <= kYouthNs)
         add(m_kept, m_delta);
     else

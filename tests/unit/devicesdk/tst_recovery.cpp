@@ -163,6 +163,27 @@ void tst_Recovery::aModemIsRecoveredWhenItIsKnown()
     script.count(3, 1600, 2007);
     (void)script.look();
     QCOMPARE(script.bookedFor(kModem).download, qint64(1500 + 100));
+
+    LinkScript late({ mark(kModem, 100000, 200000, "earlier boot") });
+    late.accountant.use(kModem);
+    late.find(LinkScript::link("wwan0"), 1500, 2007);
+    (void)late.look();
+    for (const quint64 download : { 1600U, 1700U }) { // not known to be the named one
+        late.count(3, download, 2007);
+        (void)late.look();
+        QVERIFY(late.booked().isZero());
+    }
+    late.facts = modem("8949");
+    late.count(3, 1800, 2007);
+    (void)late.look();
+    QCOMPARE(late.bookedFor(kModem).download, qint64(1800));
+    late.accountant.use("other");
+    (void)late.look();
+    late.count(3, 1900, 2007);
+    (void)late.look();
+    late.accountant.use(kModem);
+    (void)late.look();
+    QVERIFY(late.booked().isZero()); // what it carried meanwhile was not to be counted
 }
 
 void tst_Recovery::aModemStaysTheSameWhileNobodyKnowsIt()
