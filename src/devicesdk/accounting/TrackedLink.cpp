@@ -71,10 +71,12 @@ void TrackedLink::count(const LinkCounters &counters, bool fromEvent)
 void TrackedLink::resume(const LinkMark &from)
 {
     const LinkCounters known { from.download, from.upload };
-    if (isBelow(m_untold, known))
-        m_fell = true;
-    else
+    if (!isBelow(m_untold, known))
         add(m_recovered, difference(m_untold, known));
+    else if (!m_fell && !isBelow(*m_last, known))
+        m_delta = difference(*m_last, known); // its looks were later than ours until now
+    else
+        m_fell = true;
     m_untold = {};
     m_told = true;
 }

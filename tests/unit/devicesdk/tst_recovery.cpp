@@ -24,6 +24,7 @@ private slots:
     void anotherSimIsAnotherDevice();
     void roamingIsCountedApart();
     void aSecondProcessGoesOnWhereTheFirstEnded();
+    void aFirstProcessThatLookedLaterIsNotBookedAgain();
     void marksThatNobodyCanClaimAreSettled();
     void aDeviceThatWentKeepsItsMark();
 };
@@ -256,6 +257,20 @@ void tst_Recovery::aSecondProcessGoesOnWhereTheFirstEnded()
     QCOMPARE(script.booked().download, qint64(1000 + 100));
     QCOMPARE(script.batch.marks[0].download, quint64(5100));
     QCOMPARE(script.accountant.live().download(), liveBefore + 100);
+}
+
+void tst_Recovery::aFirstProcessThatLookedLaterIsNotBookedAgain()
+{
+    LinkScript script;
+    script.find(LinkScript::link("wwan0"), 1000, 2000);
+    script.routeBy({ 3 });
+    (void)script.look();
+    script.accountant.goOnFrom({ mark("name:wwan0", 1700, 2500) }); // within the same second
+    script.count(3, 1900, 2600);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(200));
+    QCOMPARE(script.booked().upload, qint64(100));
+    QVERIFY(script.batch.reasons.empty());
 }
 
 void tst_Recovery::marksThatNobodyCanClaimAreSettled()
