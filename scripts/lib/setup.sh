@@ -30,6 +30,10 @@ services|xdotool|xdotool, which presses keys there
 services|at-spi2-core|the accessibility bus
 services|python3-gi|Python, which reads the accessible tree
 services|gir1.2-atspi-2.0|what it reads the tree with
+bench|libbenchmark-dev|Google Benchmark
+bench|vnstat|a daemon that the SDK is measured beside; its service can be disabled
+bench|dbus|dbus-daemon, which both find on a desktop
+bench|python3|Python, which sends known traffic
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
 qt5|qttools5-dev|Qt 5 LinguistTools and lrelease
 fuzz|clang|Clang

@@ -233,10 +233,15 @@ std::vector<int> Accountant::countedLinks(const NetworkFacts &facts) const
     for (const TrackedLink &tracked : m_links) {
         const Link &link = tracked.link();
         links[link.index] = link;
-        if (!m_used.empty() && (tracked.note.key == m_used || link.name == m_used))
+        if (isUsed(tracked))
             named.push_back(link.index);
     }
     return m_used.empty() ? uplinks(links, m_routes, facts) : named;
+}
+
+bool Accountant::isUsed(const TrackedLink &tracked) const
+{
+    return !m_used.empty() && (tracked.note.key == m_used || tracked.link().name == m_used);
 }
 
 bool Accountant::isCounted(int index) const
@@ -253,8 +258,11 @@ void Accountant::bookAll(std::int64_t nowNs, BookingBatch &batch)
         if (tracked.link().index != m_chosen)
             book(tracked, isCounted(tracked.link().index), nowNs, batch);
     }
-    for (TrackedLink &tracked : m_gone)
+    for (TrackedLink &tracked : m_gone) {
+        if (isUsed(tracked)) // perhaps it came and went since the look before
+            tracked.countedNs = nowNs;
         book(tracked, false, nowNs, batch);
+    }
 }
 
 void Accountant::book(TrackedLink &tracked, bool countedNow, std::int64_t nowNs,

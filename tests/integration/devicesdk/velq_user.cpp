@@ -1,5 +1,5 @@
 // A program that uses the SDK and nothing else, so that its memory and its time are the SDK's:
-//   velq_user run        counts until it is terminated
+//   velq_user run        counts until it is terminated, then says the day's bytes, down and up
 //   velq_user resident   asks for everything after some ticks and says how much memory it holds
 
 #include <host/velq.h>
@@ -81,7 +81,14 @@ int countUntilTerminated()
     (void)std::fflush(stdout);
     int signal = 0;
     (void)sigwait(&ends, &signal);
-    std::printf("ticks %d\n", g_ticks.load());
+    std::array<char, VELQ_STATISTICS_REPORT_SIZE> report {};
+    if (VELQ_Statistics_GetReport(1, report.data(), VELQ_CONNECT_TYPE_DIALUP) != 0)
+        return 1;
+    unsigned long long download = 0;
+    unsigned long long upload = 0;
+    std::memcpy(&download, report.data() + 524, sizeof download);
+    std::memcpy(&upload, report.data() + 532, sizeof upload);
+    std::printf("ticks %d\ntoday %llu %llu\n", g_ticks.load(), download, upload);
     return 0;
 }
 

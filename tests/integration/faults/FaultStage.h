@@ -23,7 +23,7 @@ public:
         return run(argc, argv, [] { return std::unique_ptr<QObject>(std::make_unique<Test>()); });
     }
 
-private slots:
+protected slots:
     void init();
     void cleanup();
 

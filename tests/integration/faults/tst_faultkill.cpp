@@ -54,7 +54,7 @@ void tst_FaultKill::killedTwoHundredTimes()
 //! Long lives, whose looks and commits come when they come; several programs beside each other.
 void tst_FaultKill::killedAroundTheirCommits()
 {
-    constexpr int kSpanMs = 24000;
+    constexpr int kSpanMs = 16000;
     constexpr int kLongestLifeMs = 8000;
     std::array<FaultClient, 12> clients;
     std::array<ClientOptions, 12> options;
@@ -121,7 +121,7 @@ void tst_FaultKill::stoppedWhileTrafficFlows()
 //! The one that counts is killed, the other one takes over, and the first one comes back.
 void tst_FaultKill::twoProgramsKilledInTurn()
 {
-    constexpr int kTurns = 16;
+    constexpr int kTurns = 10;
     ClientOptions options = beginStore("store", "va");
     const Usage base = kernelUsage("va");
     FaultTraffic upload("va");
@@ -148,10 +148,10 @@ void tst_FaultKill::twoProgramsKilledInTurn()
     upload.stop();
     download.stop();
     const Usage kernel = kernelUsage("va") - base;
-    QVERIFY(isExact("two programs, 16 takeovers, the living one", kernel, clients[0].look()));
+    QVERIFY(isExact("two programs, 10 takeovers, the living one", kernel, clients[0].look()));
     for (FaultClient &client : clients)
         client.kill();
-    QVERIFY(isExact("two programs, 16 takeovers, the store", kernel, usageAtLast(options)));
+    QVERIFY(isExact("two programs, 10 takeovers, the store", kernel, usageAtLast(options)));
 }
 
 int main(int argc, char **argv)
