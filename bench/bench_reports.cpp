@@ -264,7 +264,7 @@ int main(int argc, char **argv)
         { { "ten years: SQL / report", "sqlAllYears", "allYears", 50, 0 },
           { "five years: SQL / report", "sqlHalfOfTheYears", "halfOfTheYears", 50, 0 },
           { "year: SQL / report", "sqlYearly", "yearly", 50, 0 },
-          { "month: SQL / report", "sqlMonthly", "monthly", 0, 0 },
+          { "month: SQL / report", "sqlMonthly", "monthly", 50, 0 },
           { "week: SQL / report", "sqlWeekly", "weekly", 0, 0 },
           { "day: SQL / report", "sqlDaily", "daily", 0, 0 } });
 }

@@ -1,5 +1,6 @@
 // A program that uses the SDK and nothing else, so that its memory and its time are the SDK's:
 //   velq_user run        counts until it is terminated, then says the day's bytes, down and up
+//   velq_user wake       only wakes up each second, without the SDK: what that alone takes
 //   velq_user resident   asks for everything after some ticks and says how much memory it holds
 
 #include <host/velq.h>
@@ -70,13 +71,28 @@ int tellResident()
     return 0;
 }
 
-int countUntilTerminated()
+//! SIGTERM and SIGINT, which only those get that wait for them.
+sigset_t blockEnds()
 {
     sigset_t ends;
     sigemptyset(&ends);
     sigaddset(&ends, SIGTERM);
     sigaddset(&ends, SIGINT);
     pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+    return ends;
+}
+
+int wakeUntilTerminated()
+{
+    const sigset_t ends = blockEnds();
+    const timespec second { 1, 0 };
+    while (sigtimedwait(&ends, nullptr, &second) < 0) { }
+    return 0;
+}
+
+int countUntilTerminated()
+{
+    const sigset_t ends = blockEnds();
     std::printf("ready\n");
     (void)std::fflush(stdout);
     int signal = 0;
@@ -97,6 +113,8 @@ int countUntilTerminated()
 int main(int argc, char **argv)
 {
     const std::string mode = argc > 1 ? argv[1] : "";
+    if (mode == "wake")
+        return wakeUntilTerminated();
     if (mode != "run" && mode != "resident")
         return 64;
     if (VELQ_Statistics_RegisterStatisticsCallbackEvent(tick) != 0)
