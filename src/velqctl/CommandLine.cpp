@@ -48,7 +48,7 @@ void addAmount(CLI::App &app, const std::string &name, const std::string &descri
                   return bytes.has_value();
               })
         ->required()
-        ->type_name("AMOUNT");
+        ->option_text("AMOUNT");
 }
 
 void addDay(CLI::App &app, const std::string &name, const std::string &description,
@@ -57,7 +57,7 @@ void addDay(CLI::App &app, const std::string &name, const std::string &descripti
     addParsed(app, name, description, "a date like 2024-03-01", [&target](const std::string &text) {
         target = parseDay(text);
         return target.has_value();
-    })->type_name("DATE");
+    })->option_text("DATE");
 }
 
 void addType(CLI::App &app, const std::string &description, std::optional<int> &target)
@@ -65,7 +65,7 @@ void addType(CLI::App &app, const std::string &description, std::optional<int> &
     addParsed(app, "--type", description, "mobile or wifi", [&target](const std::string &text) {
         target = parseType(text);
         return target.has_value();
-    })->type_name("mobile|wifi");
+    })->option_text("mobile|wifi");
 }
 
 CLI::App &addVerb(CLI::App &app, Input &input, const char *name, const char *description, Verb verb)
@@ -79,18 +79,19 @@ void addGlobals(CLI::App &app, Input &input)
 {
     Command &command = input.command;
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.set_version_flag("--version", "velqctl " VELQCTL_VERSION);
+    app.set_version_flag("--version", "velqctl " VELQCTL_VERSION, "Print the version and exit");
     app.add_flag("--json", input.json, "Answer in JSON");
-    app.add_option("--data-dir", command.dataDirectory, "Directory of the store")->type_name("DIR");
+    app.add_option("--data-dir", command.dataDirectory, "Directory of the store")
+        ->option_text("DIR");
     app.add_option("--interface", command.interface, "Count this interface alone")
-        ->type_name("NAME");
+        ->option_text("NAME");
     app.add_flag("--demo", command.demo, "A scripted connection, nothing of this computer");
     app.add_option("--week-start", command.weekStart, "First weekday, 0 (Monday) to 6")
         ->check(CLI::Range(0, 6))
-        ->type_name("0-6");
+        ->option_text("0-6");
     app.add_option("--month-start", command.monthStart, "First day of a month's period")
         ->check(CLI::Range(1, 31))
-        ->type_name("1-31");
+        ->option_text("1-31");
 }
 
 void addSpan(CLI::App &sub, Input &input)
@@ -118,7 +119,7 @@ void addReading(CLI::App &app, Input &input)
     CLI::App &why = addVerb(app, input, "why", "Why the figures are what they are", Verb::Why);
     why.add_option("-n,--number", command.count, "The latest so many, 20 without it")
         ->check(CLI::Range(1, 1000000))
-        ->type_name("N");
+        ->option_text("N");
     (void)addVerb(app, input, "doctor", "Check what counting depends on", Verb::Doctor);
 }
 
@@ -160,10 +161,21 @@ void addFiles(CLI::App &app, Input &input)
         ->excludes(csv);
     addSpan(books, input);
     books.add_option("--output", command.file, "Write to this file, replacing it")
-        ->type_name("FILE");
+        ->option_text("FILE");
     CLI::App &backup
         = addVerb(app, input, "backup", "Copy the store while it is in use", Verb::Backup);
     backup.add_option("FILE", command.file, "A file that does not exist yet")->required();
+}
+
+//! What excludes what and is required is in the descriptions where it matters.
+void tidyHelp(CLI::App &app)
+{
+    for (CLI::Option *option : app.get_options([](const CLI::Option *) { return true; })) {
+        if (option->get_option_text().empty())
+            option->option_text(" ");
+    }
+    for (CLI::App *sub : app.get_subcommands([](CLI::App *) { return true; }))
+        tidyHelp(*sub);
 }
 
 Format formatOf(const Input &input)
@@ -203,7 +215,11 @@ Outcome outcomeOf(const CLI::App &app, const CLI::ParseError &error)
     std::ostringstream errors;
     if (app.exit(error, out, errors) == 0)
         return { ExitCode::Good, out.str(), {} };
-    return { ExitCode::Usage, {}, printable(error.what()) + "; see \"velqctl --help\"" };
+    std::string text = error.what();
+    const std::vector<std::string> rest = app.remaining();
+    if (app.get_subcommands().empty() && !rest.empty())
+        text = '"' + rest.front() + "\" is neither a command nor an option";
+    return { ExitCode::Usage, {}, printable(text) + "; see \"velqctl --help\"" };
 }
 
 } // namespace
@@ -218,6 +234,7 @@ CommandLine parseCommandLine(std::vector<std::string> arguments)
     addReading(app, input);
     addChanging(app, input);
     addFiles(app, input);
+    tidyHelp(app);
     std::reverse(arguments.begin(), arguments.end()); // it takes them from the end
     CommandLine result;
     try {

@@ -15,9 +15,10 @@ namespace velqctl {
 
 namespace {
 
-std::string because(const std::string &what, int error)
+//! Empty without an error.
+std::string problemText(const std::string &path, int error)
 {
-    return what + ": " + std::strerror(error);
+    return error == 0 ? std::string() : printable(path) + ": " + std::strerror(error);
 }
 
 //! The permissions that a new file would get.
@@ -28,36 +29,47 @@ mode_t newFileMode()
     return 0666 & ~mask;
 }
 
-std::string writeAndClose(int file, const std::string &text)
+int writeAndClose(int file, const std::string &text)
 {
-    std::string problem = writeAll(file, text);
-    if (close(file) != 0 && problem.empty())
-        problem = std::strerror(errno);
-    return problem;
+    const int error = writeAll(file, text);
+    const bool closed = close(file) == 0;
+    return error == 0 && !closed ? errno : error;
 }
 
-std::string writeInto(const std::string &path, const std::string &text)
+int writeInto(const std::string &path, const std::string &text)
 {
     const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    return file < 0 ? errno : writeAndClose(file, text);
+}
+
+int replace(const std::string &path, const std::string &text)
+{
+    std::string draft = path + ".XXXXXX";
+    const int file = mkostemp(draft.data(), O_CLOEXEC);
     if (file < 0)
-        return because(printable(path), errno);
-    const std::string problem = writeAndClose(file, text);
-    return problem.empty() ? problem : printable(path) + ": " + problem;
+        return errno;
+    (void)fchmod(file, newFileMode());
+    int error = writeAndClose(file, text);
+    if (error == 0 && std::rename(draft.c_str(), path.c_str()) != 0)
+        error = errno;
+    if (error != 0)
+        (void)unlink(draft.c_str());
+    return error;
 }
 
 } // namespace
 
-std::string writeAll(int file, const std::string &text)
+int writeAll(int file, const std::string &text)
 {
     for (std::size_t at = 0; at < text.size();) {
         const ssize_t size = write(file, text.data() + at, text.size() - at);
         if (size < 0 && errno == EINTR)
             continue;
         if (size < 0)
-            return std::strerror(errno);
+            return errno;
         at += static_cast<std::size_t>(size);
     }
-    return {};
+    return 0;
 }
 
 std::string replaceFile(const std::string &path, const std::string &text)
@@ -65,20 +77,8 @@ std::string replaceFile(const std::string &path, const std::string &text)
     struct stat status
     {
     };
-    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
-        return writeInto(path, text);
-    std::string draft = path + ".XXXXXX";
-    const int file = mkostemp(draft.data(), O_CLOEXEC);
-    if (file < 0)
-        return because(printable(path), errno);
-    (void)fchmod(file, newFileMode());
-    std::string problem = writeAndClose(file, text);
-    if (problem.empty() && std::rename(draft.c_str(), path.c_str()) != 0)
-        problem = std::strerror(errno);
-    if (problem.empty())
-        return {};
-    (void)unlink(draft.c_str());
-    return printable(path) + ": " + problem;
+    const bool special = stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+    return problemText(path, special ? writeInto(path, text) : replace(path, text));
 }
 
 void holdStandardFiles()

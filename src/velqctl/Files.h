@@ -4,8 +4,8 @@
 
 namespace velqctl {
 
-//! Writes all of \a text; what went wrong, or empty.
-[[nodiscard]] std::string writeAll(int file, const std::string &text);
+//! Writes all of \a text; 0, or the error's number.
+[[nodiscard]] int writeAll(int file, const std::string &text);
 
 /*!
  * Puts \a text into \a path in one step: a reader sees the old file or the new one. What is no

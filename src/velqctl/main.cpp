@@ -25,8 +25,11 @@ int tell(const Outcome &outcome)
 {
     ExitCode code = outcome.code;
     std::string message = outcome.message;
-    if (const std::string problem = writeAll(STDOUT_FILENO, outcome.output); !problem.empty()) {
-        message = "the answer could not be written: " + problem;
+    if (const int error = writeAll(STDOUT_FILENO, outcome.output); error != 0) {
+        // Who closes a pipe ("| head") has what he wants.
+        message = error == EPIPE
+            ? std::string()
+            : std::string("the answer could not be written: ") + std::strerror(error);
         code = ExitCode::Failed;
     }
     if (!message.empty())
