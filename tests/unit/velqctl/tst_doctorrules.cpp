@@ -132,9 +132,9 @@ void tst_DoctorRules::textAndJsonHaveEveryCheck()
         = QJsonDocument::fromJson(QByteArray::fromStdString(checksJson(checks)))["checks"]
               .toArray();
     QCOMPARE(int(list.size()), int(checks.size()));
-    QCOMPARE(list[3].toObject()["check"].toString(), QString("problem"));
-    QCOMPARE(list[3].toObject()["level"].toString(), QString("error"));
-    QCOMPARE(list[3].toObject()["text"].toString(), QString("The disk is full."));
+    QCOMPARE(list.at(3).toObject()["check"].toString(), QString("problem"));
+    QCOMPARE(list.at(3).toObject()["level"].toString(), QString("error"));
+    QCOMPARE(list.at(3).toObject()["text"].toString(), QString("The disk is full."));
 }
 
 void tst_DoctorRules::theBusSocketIsFound_data()

@@ -44,7 +44,7 @@ void tst_VelqctlJson::aListHasItsKeyAndRows()
                                                     dayRow(2, "b", 1, true, 4, 5, 6) }));
     QCOMPARE(two.keys(), QStringList { "days" });
     QCOMPARE(two["days"].toArray().size(), 2);
-    const QJsonObject row = two["days"].toArray()[1].toObject();
+    const QJsonObject row = two["days"].toArray().at(1).toObject();
     QCOMPARE(row["day"].toString(), QString("1970-01-03"));
     QVERIFY(row["hour"].isNull());
     QCOMPARE(row["device"].toString(), QString("b"));
@@ -104,7 +104,7 @@ void tst_VelqctlJson::bytesThatAreNotUtf8AreReplaced()
 {
     const std::string text
         = listJson("devices", std::vector<VELQ_Device> { deviceRow("k", "a\xff\"\n", "i") });
-    const QJsonObject device = object(text)["devices"].toArray()[0].toObject();
+    const QJsonObject device = object(text)["devices"].toArray().at(0).toObject();
     QCOMPARE(device["label"].toString(), QString("a") + QChar(0xfffd) + "\"\n");
 }
 
