@@ -15,10 +15,10 @@
 #include <memory>
 
 #include "BenchRatios.h"
-#include "counters/KernelSource.h"
 #include "counters/LinkMessage.h"
 #include "counters/LinkMonitor.h"
-#include "counters/NetlinkSocket.h"
+#include "counters/MessageQueue.h"
+#include "counters/MessageStream.h"
 #include "NetworkPair.h"
 
 namespace {
@@ -29,18 +29,18 @@ constexpr int kPairs = 25;
 struct Ways
 {
     velq::LinkMonitor monitor;
-    velq::NetlinkSocket list;
+    velq::MessageStream list { std::make_unique<velq::KernelQueue>(0),
+                               [](const void *, std::size_t) {} };
     QFile table { QStringLiteral("/proc/thread-self/net/dev") };
 
     bool open()
     {
-        return list.open(0) && table.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        return table.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 };
 
 std::unique_ptr<Ways> g_few; // one interface
 std::unique_ptr<Ways> g_many; // fifty
-std::unique_ptr<velq::KernelSource> g_single;
 
 void readMonitor(benchmark::State &state, Ways &ways)
 {
@@ -67,11 +67,11 @@ void readList(benchmark::State &state, Ways &ways)
     int links = 0;
     for (auto _ : state) {
         links = 0;
-        const int error
+        const auto answer
             = ways.list.ask(&request.header, [&](const void *message, std::size_t size) {
                   links += velq::parseLinkMessage(message, size) ? 1 : 0;
               });
-        if (error != 0)
+        if (answer.status != velq::MessageStream::Answer::Status::Whole)
             state.SkipWithError("not listed");
     }
     state.counters["links"] = links;
@@ -120,21 +120,12 @@ void textOfFifty(benchmark::State &state)
     readTable(state, *g_many);
 }
 
-void singleLink(benchmark::State &state)
-{
-    for (auto _ : state) {
-        if (g_single->readChosen().status != velq::ReadStatus::Found)
-            state.SkipWithError("not found");
-    }
-}
-
 BENCHMARK(lookAtOne)->Unit(benchmark::kMicrosecond);
 BENCHMARK(lookAtFifty)->Unit(benchmark::kMicrosecond);
 BENCHMARK(listOfOne)->Unit(benchmark::kMicrosecond);
 BENCHMARK(listOfFifty)->Unit(benchmark::kMicrosecond);
 BENCHMARK(textOfOne)->Unit(benchmark::kMicrosecond);
 BENCHMARK(textOfFifty)->Unit(benchmark::kMicrosecond);
-BENCHMARK(singleLink)->Unit(benchmark::kMicrosecond);
 
 bool makeLinks(const NetworkPair &network)
 {
@@ -162,7 +153,6 @@ int main(int argc, char **argv)
         return 77;
     }
     g_few = std::make_unique<Ways>();
-    g_single = std::make_unique<velq::KernelSource>("va");
     const bool opened = g_few->open() && network.runThere([] {
         g_many = std::make_unique<Ways>();
         return g_many->open();

@@ -367,6 +367,54 @@
         <translation>إلغ&amp;اء</translation>
     </message>
     <message>
+        <source>HOST_MENU_DEVICE</source>
+        <translation>ال&amp;جهاز</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_AUTOMATIC</source>
+        <translation>&amp;تلقائي</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_ABSENT</source>
+        <translation>%1 (غير موجود)</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_REFUSED</source>
+        <translation>لا يمكن اختيار الجهاز الآن: برنامج آخر يقوم بالعدّ.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT</source>
+        <translation>ا&amp;تصال</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTING</source>
+        <translation>جارٍ الاتصال…</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_FAILED</source>
+        <translation>تعذّر الاتصال: أبلغ NetworkManager عن خطأ أو لم يستجب في الوقت المناسب.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_DEVICE</source>
+        <translation>لا يوجد جهاز يمكنه الاتصال.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_SERVICE</source>
+        <translation>لا يمكن الاتصال: NetworkManager لا يعمل.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NOT_MANAGED</source>
+        <translation>لا يمكن الاتصال: NetworkManager لا يدير الجهاز.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_REFUSED</source>
+        <translation>لا يمكن الاتصال: ليس لديك الإذن بذلك.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_PROFILE</source>
+        <translation>لا يمكن الاتصال: لا توجد في NetworkManager شبكة مُعدّة لهذا الجهاز.</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;قطع الاتصال</translation>
     </message>

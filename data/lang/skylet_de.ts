@@ -367,6 +367,54 @@
         <translation>A&amp;bbrechen</translation>
     </message>
     <message>
+        <source>HOST_MENU_DEVICE</source>
+        <translation>&amp;Gerät</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_AUTOMATIC</source>
+        <translation>&amp;Automatisch</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_ABSENT</source>
+        <translation>%1 (nicht vorhanden)</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_REFUSED</source>
+        <translation>Das Gerät lässt sich jetzt nicht wählen: Ein anderes Programm zählt.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT</source>
+        <translation>&amp;Verbinden</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTING</source>
+        <translation>Die Verbindung wird hergestellt …</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_FAILED</source>
+        <translation>Die Verbindung konnte nicht hergestellt werden: NetworkManager hat einen Fehler gemeldet oder nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_DEVICE</source>
+        <translation>Es gibt kein Gerät, das sich verbinden könnte.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_SERVICE</source>
+        <translation>Die Verbindung kann nicht hergestellt werden: NetworkManager läuft nicht.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NOT_MANAGED</source>
+        <translation>Die Verbindung kann nicht hergestellt werden: NetworkManager verwaltet das Gerät nicht.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_REFUSED</source>
+        <translation>Die Verbindung kann nicht hergestellt werden: Ihnen fehlt die Berechtigung dazu.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_PROFILE</source>
+        <translation>Die Verbindung kann nicht hergestellt werden: In NetworkManager ist für das Gerät keine Verbindung eingerichtet.</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Trennen</translation>
     </message>

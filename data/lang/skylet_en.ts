@@ -367,6 +367,54 @@
         <translation>C&amp;ancel</translation>
     </message>
     <message>
+        <source>HOST_MENU_DEVICE</source>
+        <translation>&amp;Device</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_AUTOMATIC</source>
+        <translation>&amp;Automatic</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_ABSENT</source>
+        <translation>%1 (not present)</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_REFUSED</source>
+        <translation>The device cannot be chosen now: another program counts.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT</source>
+        <translation>&amp;Connect</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTING</source>
+        <translation>Connecting…</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_FAILED</source>
+        <translation>The connection could not be made: NetworkManager reported an error or did not answer in time.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_DEVICE</source>
+        <translation>There is no device that could connect.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_SERVICE</source>
+        <translation>The connection cannot be made: NetworkManager is not running.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NOT_MANAGED</source>
+        <translation>The connection cannot be made: NetworkManager does not manage the device.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_REFUSED</source>
+        <translation>The connection cannot be made: you are not permitted to do that.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_PROFILE</source>
+        <translation>The connection cannot be made: NetworkManager has no connection set up for the device.</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Disconnect</translation>
     </message>

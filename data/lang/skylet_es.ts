@@ -367,6 +367,54 @@
         <translation>Ca&amp;ncelar</translation>
     </message>
     <message>
+        <source>HOST_MENU_DEVICE</source>
+        <translation>&amp;Dispositivo</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_AUTOMATIC</source>
+        <translation>&amp;Automático</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_ABSENT</source>
+        <translation>%1 (no presente)</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_REFUSED</source>
+        <translation>Ahora no se puede elegir el dispositivo: otro programa está contando.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT</source>
+        <translation>&amp;Conectar</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTING</source>
+        <translation>Conectando…</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_FAILED</source>
+        <translation>No se pudo establecer la conexión: NetworkManager notificó un error o no respondió a tiempo.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_DEVICE</source>
+        <translation>No hay ningún dispositivo que pueda conectarse.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_SERVICE</source>
+        <translation>No se puede establecer la conexión: NetworkManager no está en marcha.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NOT_MANAGED</source>
+        <translation>No se puede establecer la conexión: NetworkManager no gestiona el dispositivo.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_REFUSED</source>
+        <translation>No se puede establecer la conexión: usted no tiene permiso.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_PROFILE</source>
+        <translation>No se puede establecer la conexión: NetworkManager no tiene ninguna conexión configurada para el dispositivo.</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>&amp;Desconectar</translation>
     </message>

@@ -367,6 +367,54 @@
         <translation>A&amp;nnuler</translation>
     </message>
     <message>
+        <source>HOST_MENU_DEVICE</source>
+        <translation>&amp;Périphérique</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_AUTOMATIC</source>
+        <translation>&amp;Automatique</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_ABSENT</source>
+        <translation>%1 (absent)</translation>
+    </message>
+    <message>
+        <source>HOST_DEVICE_REFUSED</source>
+        <translation>Le périphérique ne peut pas être choisi maintenant : un autre programme compte.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT</source>
+        <translation>Se &amp;connecter</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECTING</source>
+        <translation>Connexion en cours…</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_FAILED</source>
+        <translation>La connexion n’a pas pu être établie : NetworkManager a signalé une erreur ou n’a pas répondu à temps.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_DEVICE</source>
+        <translation>Aucun périphérique ne peut se connecter.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_SERVICE</source>
+        <translation>La connexion ne peut pas être établie : NetworkManager n’est pas lancé.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NOT_MANAGED</source>
+        <translation>La connexion ne peut pas être établie : NetworkManager ne gère pas ce périphérique.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_REFUSED</source>
+        <translation>La connexion ne peut pas être établie : vous n’y êtes pas autorisé.</translation>
+    </message>
+    <message>
+        <source>HOST_CONNECT_NO_PROFILE</source>
+        <translation>La connexion ne peut pas être établie : NetworkManager n’a aucune connexion configurée pour ce périphérique.</translation>
+    </message>
+    <message>
         <source>HOST_DISCONNECT</source>
         <translation>Se &amp;déconnecter</translation>
     </message>

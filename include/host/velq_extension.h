@@ -94,6 +94,9 @@ typedef struct VELQ_Device
     int chosen; /*!< the live figures are its */
     int roaming;
     long long lastUse; /*!< seconds since 1970-01-01 UTC; 0: never counted */
+    int hasModemFigures; /*!< what the modem itself says of its connection follows */
+    unsigned long long modemDownload; /*!< bytes, for comparison only; some seconds old */
+    unsigned long long modemUpload;
 } VELQ_Device;
 
 /*!

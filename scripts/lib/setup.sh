@@ -13,7 +13,6 @@ program|pkg-config|pkg-config
 program|qt6-base-dev|Qt 6.4 or later: Core, Gui, Widgets, Test
 program|qt6-tools-dev|Qt 6 LinguistTools for CMake
 program|qt6-l10n-tools|Qt 6 lrelease, which compiles the translations
-program|libcctz-dev|cctz, time zones by name
 program|libcli11-dev|CLI11, command lines
 program|libmnl-dev|libmnl, messages to and from the kernel
 program|nlohmann-json3-dev|JSON for Modern C++
@@ -33,6 +32,10 @@ services|xdotool|xdotool, which presses keys there
 services|at-spi2-core|the accessibility bus
 services|python3-gi|Python, which reads the accessible tree
 services|gir1.2-atspi-2.0|what it reads the tree with
+bench|libbenchmark-dev|Google Benchmark
+bench|vnstat|a daemon that the SDK is measured beside; its service can be disabled
+bench|dbus|dbus-daemon, which both find on a desktop
+bench|python3|Python, which sends known traffic
 qt5|qtbase5-dev|Qt 5.15: Core, Gui, Widgets, Test
 qt5|qttools5-dev|Qt 5 LinguistTools and lrelease
 fuzz|clang|Clang

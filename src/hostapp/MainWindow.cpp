@@ -1,5 +1,7 @@
 #include "MainWindow.h"
 
+#include "ConnectNotice.h"
+#include "DeviceMenu.h"
 #include "DisconnectNotice.h"
 #include "HostTexts.h"
 #include "MessageBar.h"
@@ -7,6 +9,8 @@
 #include "PluginStage.h"
 #include "SettingsDialog.h"
 #include "StatusLine.h"
+
+#include <host/velq_extension.h>
 
 #include <QAction>
 #include <QActionGroup>
@@ -36,7 +40,7 @@ MainWindow::MainWindow(const QStringList &languages, QWidget *parent)
     createMenus(languages);
     createCentre();
     createSettings();
-    enableDisconnect();
+    enableConnection();
     setStatusBar(m_status);
     resize(kFirstSize);
     retranslate(QStringLiteral("en"));
@@ -45,6 +49,8 @@ MainWindow::MainWindow(const QStringList &languages, QWidget *parent)
 void MainWindow::createMenus(const QStringList &languages)
 {
     m_fileMenu = menuBar()->addMenu(QString());
+    m_connect = m_fileMenu->addAction(QString(), this, &MainWindow::connectChosen);
+    m_connect->setObjectName(QStringLiteral("Host_Connect"));
     m_disconnect = m_fileMenu->addAction(QString(), this, &MainWindow::disconnectChosen);
     m_disconnect->setObjectName(QStringLiteral("Host_Disconnect"));
     m_settings = m_fileMenu->addAction(QString(), this, &MainWindow::openSettings);
@@ -66,7 +72,12 @@ void MainWindow::createMenus(const QStringList &languages)
         connect(action, &QAction::triggered, this, [this, view] { setView(view); });
     }
 
+    m_deviceMenu = new DeviceMenu(this);
+    menuBar()->addMenu(m_deviceMenu);
+    connect(m_deviceMenu, &DeviceMenu::deviceChosen, this, &MainWindow::deviceChosen);
+
     m_languageMenu = menuBar()->addMenu(QString());
+    m_languageMenu->setObjectName(QStringLiteral("Host_Languages"));
     m_languages = new QActionGroup(this);
     for (const QString &code : languages) {
         QAction *action = m_languageMenu->addAction(languageName(code));
@@ -145,32 +156,72 @@ void MainWindow::setConnected(bool connected)
     if (m_connected == connected)
         return;
     m_connected = connected;
-    enableDisconnect();
+    enableConnection();
+    if (m_saysConnect && connected) {
+        m_saysConnect = false;
+        m_messages->setNotice({});
+    }
     if (m_disconnectResult && isDisconnectNoticeOver(*m_disconnectResult, connected)) {
         m_disconnectResult.reset();
         m_messages->setNotice({});
     }
 }
 
+void MainWindow::setDeviceReader(std::function<HostDevices()> reader)
+{
+    m_deviceMenu->setReader(std::move(reader));
+}
+
+void MainWindow::fixDevice()
+{
+    m_deviceMenu->setEnabled(false);
+}
+
+void MainWindow::showDeviceRefused()
+{
+    m_disconnectResult.reset();
+    m_saysConnect = false;
+    m_messages->setNotice({ "HOST_DEVICE_REFUSED", true });
+}
+
+void MainWindow::showConnecting()
+{
+    m_changing = true;
+    m_disconnectResult.reset();
+    m_saysConnect = true;
+    enableConnection();
+    m_messages->setNotice({ "HOST_CONNECTING", false });
+}
+
+void MainWindow::showConnected(int result)
+{
+    m_changing = false;
+    enableConnection();
+    m_saysConnect = !m_connected && result != VELQ_CONNECT_DONE;
+    m_messages->setNotice(m_saysConnect ? connectNotice(result) : Notice());
+}
+
 void MainWindow::showDisconnecting()
 {
-    m_disconnecting = true;
+    m_changing = true;
+    m_saysConnect = false;
     m_disconnectResult.reset();
-    enableDisconnect();
+    enableConnection();
     m_messages->setNotice({ "HOST_DISCONNECTING", false });
 }
 
 void MainWindow::showDisconnected(int result)
 {
-    m_disconnecting = false;
+    m_changing = false;
     m_disconnectResult = result;
-    enableDisconnect();
+    enableConnection();
     m_messages->setNotice(disconnectNotice(result));
 }
 
-void MainWindow::enableDisconnect()
+void MainWindow::enableConnection()
 {
-    m_disconnect->setEnabled(m_connected && !m_disconnecting);
+    m_connect->setEnabled(!m_connected && !m_changing);
+    m_disconnect->setEnabled(m_connected && !m_changing);
 }
 
 void MainWindow::showEmptyStage()
@@ -184,7 +235,9 @@ void MainWindow::retranslate(const QString &language)
     setWindowTitle(hostText("HOST_TITLE"));
     m_fileMenu->setTitle(hostText("HOST_MENU_FILE"));
     m_viewMenu->setTitle(hostText("HOST_MENU_VIEW"));
+    m_deviceMenu->retranslate();
     m_languageMenu->setTitle(hostText("HOST_MENU_LANGUAGE"));
+    m_connect->setText(hostText("HOST_CONNECT"));
     m_disconnect->setText(hostText("HOST_DISCONNECT"));
     m_settings->setText(hostText("HOST_SETTINGS"));
     m_quit->setText(hostText("HOST_QUIT"));

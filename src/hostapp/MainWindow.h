@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Devices.h"
 #include "HostView.h"
 #include "SettingModule.h"
 
@@ -7,6 +8,7 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 QT_BEGIN_NAMESPACE
@@ -17,6 +19,7 @@ class QMenu;
 class QTabBar;
 QT_END_NAMESPACE
 
+class DeviceMenu;
 class MessageBar;
 class OkCancelBox;
 class PluginStage;
@@ -38,6 +41,16 @@ public:
     void setMessages(const QStringList &messages);
     //! Whether there is a connection that could be ended.
     void setConnected(bool connected);
+    //! Asked for the devices whenever the user wants to see them.
+    void setDeviceReader(std::function<HostDevices()> reader);
+    //! The choice of the device is not the user's in this run.
+    void fixDevice();
+    //! Says that the device cannot be chosen, because another process counts.
+    void showDeviceRefused();
+    //! Says that a connection is being made.
+    void showConnecting();
+    //! Says what came of it, a VELQ_CONNECT_ value, until something is connected.
+    void showConnected(int result);
     //! Says that the connection is being ended.
     void showDisconnecting();
     //! Says what came of it, a VELQ_DISCONNECT_ value, until that is out of date.
@@ -52,6 +65,8 @@ public:
 signals:
     void viewChosen(HostView view);
     void languageChosen(const QString &code);
+    void deviceChosen(const QString &key);
+    void connectChosen();
     void disconnectChosen();
     void closing();
 
@@ -63,14 +78,16 @@ private:
     void createMenus(const QStringList &languages);
     void createCentre();
     void createSettings();
-    void enableDisconnect();
+    void enableConnection();
     void enableSettings();
     void openSettings();
     void onSettingsPageChanged(QWidget *page);
 
     QMenu *m_fileMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
+    DeviceMenu *m_deviceMenu = nullptr;
     QMenu *m_languageMenu = nullptr;
+    QAction *m_connect = nullptr;
     QAction *m_disconnect = nullptr;
     QAction *m_settings = nullptr;
     QAction *m_quit = nullptr;
@@ -85,6 +102,7 @@ private:
     SettingModules m_settingModules;
     StatusLine *m_status = nullptr;
     bool m_connected = false;
-    bool m_disconnecting = false;
+    bool m_changing = false; //!< a connection is being made or ended
     std::optional<int> m_disconnectResult; //!< what the message bar speaks of
+    bool m_saysConnect = false; //!< it speaks of connecting
 };

@@ -34,7 +34,8 @@ Session::Session(const Options &options, bool headless, const SdkCalls &sdk)
     , m_sdk(sdk)
     , m_settings(makeSettings(options))
     , m_report(options.demo)
-    , m_disconnector(sdk.disconnect)
+    , m_connector(sdk.connect, VELQ_CONNECT_FAILED)
+    , m_disconnector(sdk.disconnect, VELQ_DISCONNECT_FAILED)
 {
 }
 
@@ -62,7 +63,7 @@ std::optional<int> Session::prepare()
     preparePeriodStart();
     loadPlugins();
     createWindow();
-    connectDisconnect();
+    connectConnection();
     if (!m_headless)
         placeWindow();
     startPlugins();

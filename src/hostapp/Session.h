@@ -1,7 +1,7 @@
 #pragma once
 
+#include "BlockingCall.h"
 #include "ConsoleReport.h"
-#include "Disconnector.h"
 #include "HostSettings.h"
 #include "LiveFeed.h"
 #include "Options.h"
@@ -41,7 +41,8 @@ private:
     void preparePeriodStart();
     void loadPlugins();
     void addServices();
-    void connectDisconnect();
+    void connectConnection();
+    void onDeviceChosen(const QString &key);
     [[nodiscard]] int onConnectionMessage(unsigned int msg, unsigned int wparam,
                                           unsigned int lparam);
     void createWindow();
@@ -70,5 +71,6 @@ private:
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<PeriodStartWatch> m_periodStart;
     ConsoleReport m_report;
-    Disconnector m_disconnector; //!< last, so that its wait at the end comes first
+    BlockingCall m_connector; //!< these last, so that their waits at the end come first
+    BlockingCall m_disconnector;
 };

@@ -34,14 +34,27 @@ void Session::addServices()
                               });
 }
 
-void Session::connectDisconnect()
+void Session::connectConnection()
 {
     MainWindow *window = m_window.get();
-    connect(&m_disconnector, &Disconnector::started, window, &MainWindow::showDisconnecting);
-    connect(&m_disconnector, &Disconnector::finished, window, &MainWindow::showDisconnected);
-    connect(window, &MainWindow::disconnectChosen, &m_disconnector, &Disconnector::request);
+    window->setDeviceReader(m_sdk.devices);
+    if (!m_options.interfaceName.isEmpty())
+        window->fixDevice();
+    connect(window, &MainWindow::deviceChosen, this, &Session::onDeviceChosen);
+    connect(&m_connector, &BlockingCall::started, window, &MainWindow::showConnecting);
+    connect(&m_connector, &BlockingCall::finished, window, &MainWindow::showConnected);
+    connect(window, &MainWindow::connectChosen, &m_connector, &BlockingCall::request);
+    connect(&m_disconnector, &BlockingCall::started, window, &MainWindow::showDisconnecting);
+    connect(&m_disconnector, &BlockingCall::finished, window, &MainWindow::showDisconnected);
+    connect(window, &MainWindow::disconnectChosen, &m_disconnector, &BlockingCall::request);
     connect(m_periodStart.get(), &PeriodStartWatch::changed, window->stage(),
             &PluginStage::storedStatisticsChanged);
+}
+
+void Session::onDeviceChosen(const QString &key)
+{
+    if (m_sdk.useDevice(key.toUtf8().constData()) != 0)
+        m_window->showDeviceRefused();
 }
 
 int Session::onConnectionMessage(unsigned int msg, unsigned int wparam, unsigned int lparam)

@@ -85,9 +85,9 @@ private:
             down.up = false;
             add(news, velq::LinkStep::Kind::Changed, down);
         }
-        velq::LinkStep &step = add(
-            news, isNew ? velq::LinkStep::Kind::Appeared : velq::LinkStep::Kind::Changed,
-            state.link);
+        velq::LinkStep &step
+            = add(news, isNew ? velq::LinkStep::Kind::Appeared : velq::LinkStep::Kind::Changed,
+                  state.link);
         step.counters = state.counters;
         if (isNew && !m_first)
             step.base = state.counters;

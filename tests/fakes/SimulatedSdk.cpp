@@ -24,6 +24,7 @@ constexpr std::int64_t kNsPerSecond = 1000000000;
 constexpr int kFailure = 1;
 
 constexpr int kIndex = 1;
+constexpr std::int64_t kBooted = 946684800; // 2000-01-01
 constexpr std::int64_t kInstantSeconds = 60; // what no clock notices
 
 struct World
@@ -77,7 +78,9 @@ void SimulatedSdk::setNow(std::int64_t utcSeconds)
     // The system is up all the time, and the connection is down meanwhile.
     World &all = world();
     const std::int64_t passed = std::max<std::int64_t>(0, utcSeconds - all.wallSeconds);
-    if (all.wallSeconds > 0)
+    if (all.wallSeconds == 0) // another process of the same boot comes to the same
+        all.bootNs = (utcSeconds - kBooted) * kNsPerSecond;
+    else
         all.bootNs += std::max<std::int64_t>(0, passed - all.aheadSeconds) * kNsPerSecond;
     all.aheadSeconds = std::max<std::int64_t>(0, all.aheadSeconds - passed);
     all.wallSeconds = utcSeconds;

@@ -17,8 +17,8 @@ namespace SimulatedSdk {
 [[nodiscard]] bool open(const std::string &directory, const std::string &zone);
 //! The wall clock, in seconds since 1970-01-01 UTC; also before open(). No time passes by it.
 void setNow(std::int64_t utcSeconds);
-//! Lets bytes flow for some seconds of the connection's time. Up to a minute the clock stands still;
-//! beyond, it runs to the last of these seconds.
+//! Lets bytes flow for some seconds of the connection's time. Up to a minute the clock stands
+//! still; beyond, it runs to the last of these seconds.
 void flow(std::uint64_t bytesDown, std::uint64_t bytesUp, std::int64_t seconds);
 //! Calls the statistics callbacks, on this thread.
 void tick();

@@ -233,10 +233,15 @@ std::vector<int> Accountant::countedLinks(const NetworkFacts &facts) const
     for (const TrackedLink &tracked : m_links) {
         const Link &link = tracked.link();
         links[link.index] = link;
-        if (!m_used.empty() && (tracked.note.key == m_used || link.name == m_used))
+        if (isUsed(tracked))
             named.push_back(link.index);
     }
     return m_used.empty() ? uplinks(links, m_routes, facts) : named;
+}
+
+bool Accountant::isUsed(const TrackedLink &tracked) const
+{
+    return !m_used.empty() && (tracked.note.key == m_used || tracked.link().name == m_used);
 }
 
 bool Accountant::isCounted(int index) const
@@ -253,8 +258,11 @@ void Accountant::bookAll(std::int64_t nowNs, BookingBatch &batch)
         if (tracked.link().index != m_chosen)
             book(tracked, isCounted(tracked.link().index), nowNs, batch);
     }
-    for (TrackedLink &tracked : m_gone)
+    for (TrackedLink &tracked : m_gone) {
+        if (isUsed(tracked)) // perhaps it came and went since the look before
+            tracked.countedNs = nowNs;
         book(tracked, false, nowNs, batch);
+    }
 }
 
 void Accountant::book(TrackedLink &tracked, bool countedNow, std::int64_t nowNs,
@@ -303,7 +311,7 @@ void Accountant::putMark(TrackedLink &tracked, BookingBatch &batch)
 {
     if (!tracked.last())
         return;
-    LinkMark mark { idOf(tracked.link()), tracked.link().name,        tracked.note.key,
+    LinkMark mark { idOf(tracked.link()), tracked.link().name,      tracked.note.key,
                     useOf(tracked),       tracked.last()->download, tracked.last()->upload };
     if (tracked.mark && mark == *tracked.mark)
         return;
@@ -344,10 +352,20 @@ std::vector<PresentDevice> Accountant::present() const
 {
     std::vector<PresentDevice> devices;
     for (const TrackedLink &tracked : m_links) {
-        if (tracked.link().loopback && !isCounted(tracked.link().index))
+        const bool hardware = tracked.link().kind.empty() && !tracked.link().loopback;
+        if (!hardware && !isCounted(tracked.link().index))
             continue;
-        devices.push_back({ tracked.note, tracked.link().up, isCounted(tracked.link().index),
-                            tracked.link().index == m_chosen, tracked.roaming });
+        PresentDevice device;
+        device.note = tracked.note;
+        device.up = tracked.link().up;
+        device.counted = isCounted(tracked.link().index);
+        device.chosen = tracked.link().index == m_chosen;
+        device.roaming = tracked.roaming;
+        const ModemFacts *const modem
+            = m_facts ? modemOfInterface(*m_facts, tracked.link().name) : nullptr;
+        if (modem && modem->hasStats)
+            device.modemFigures = LinkCounters { modem->bearerDownload, modem->bearerUpload };
+        devices.push_back(std::move(device));
     }
     return devices;
 }

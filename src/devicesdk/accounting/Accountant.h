@@ -21,6 +21,7 @@ struct PresentDevice
     bool counted = false;
     bool chosen = false;
     bool roaming = false;
+    std::optional<LinkCounters> modemFigures; //!< what the modem says of its connection
 };
 
 /*!
@@ -80,6 +81,8 @@ private:
     void putMark(TrackedLink &tracked, BookingBatch &batch);
     void dropMark(TrackedLink &tracked, BookingBatch &batch);
     void follow(std::int64_t nowNs);
+    //! Whether it is what the user names.
+    [[nodiscard]] bool isUsed(const TrackedLink &tracked) const;
     [[nodiscard]] bool isCounted(int index) const;
     [[nodiscard]] LinkId idOf(const Link &link) const;
 

@@ -43,13 +43,11 @@ struct LinkId
 
     [[nodiscard]] bool operator<(const LinkId &other) const
     {
-        return std::tie(boot, index, instance)
-            < std::tie(other.boot, other.index, other.instance);
+        return std::tie(boot, index, instance) < std::tie(other.boot, other.index, other.instance);
     }
     [[nodiscard]] bool operator==(const LinkId &other) const
     {
-        return std::tie(boot, index, instance)
-            == std::tie(other.boot, other.index, other.instance);
+        return std::tie(boot, index, instance) == std::tie(other.boot, other.index, other.instance);
     }
 };
 
@@ -75,7 +73,8 @@ struct LinkMark
 enum class ReasonKind {
     Recovered = 1, //!< flowed while nobody counted, booked later
     CounterFell = 2, //!< a counter restarted; nothing was counted for it
-    ClockStepped = 3, //!< the wall clock jumped; what was booked since the start of the system moved
+    ClockStepped
+    = 3, //!< the wall clock jumped; what was booked since the start of the system moved
     Corrected = 4, //!< the operator's figure was taken over
     Reset = 5,
     SetAside = 6, //!< a damaged store was replaced

@@ -71,17 +71,21 @@ void TrackedLink::count(const LinkCounters &counters, bool fromEvent)
 void TrackedLink::resume(const LinkMark &from)
 {
     const LinkCounters known { from.download, from.upload };
-    if (isBelow(m_untold, known))
-        m_fell = true;
-    else
+    if (!isBelow(m_untold, known))
         add(m_recovered, difference(m_untold, known));
+    else if (!m_fell && !isBelow(*m_last, known))
+        m_delta = difference(*m_last, known); // its looks were later than ours until now
+    else
+        m_fell = true;
     m_untold = {};
+    m_told = true;
 }
 
 void TrackedLink::forgetBooks()
 {
     m_untold = m_last.value_or(LinkCounters {});
     m_wasHere = true;
+    m_told = false;
     m_delta = m_kept = m_recovered = {};
     mark.reset();
     markAsked = noteTold = false;
@@ -90,6 +94,7 @@ void TrackedLink::forgetBooks()
 void TrackedLink::claimAll()
 {
     add(m_recovered, std::exchange(m_untold, {}));
+    m_told = true;
 }
 
 LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
@@ -99,6 +104,8 @@ LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
         add(all, std::exchange(m_kept, {}));
         return all;
     }
+    if (m_wasHere && !m_told)
+        add(m_untold, m_delta);
     if (!m_wasHere && nowNs - m_firstNs <= kYouthNs)
         add(m_kept, m_delta);
     else

@@ -31,7 +31,8 @@ public:
     void claimAll();
 
     //! What flowed since the look before, to be booked. While \a toBook is false it is kept back:
-    //! a link that is counted within a minute of its making is counted from there.
+    //! a link that is counted within a minute of its making is counted from there, and one
+    //! whose device turns out to be in the books from where those end.
     [[nodiscard]] LinkCounters takeDelta(bool toBook, std::int64_t nowNs);
     //! What flowed while nobody counted; zero but once.
     [[nodiscard]] LinkCounters takeRecovered();
@@ -80,10 +81,11 @@ private:
     std::optional<LinkCounters> m_last;
     LinkCounters m_delta;
     LinkCounters m_kept; // of a young link that is not counted yet
-    LinkCounters m_untold; // what it had counted when it was seen first
+    LinkCounters m_untold; // what it had counted before it was known, and was not booked
     LinkCounters m_recovered;
     std::int64_t m_firstNs;
     bool m_wasHere;
+    bool m_told = false; // the books know all of it
     bool m_fell = false;
     bool m_sawDown = false;
 };

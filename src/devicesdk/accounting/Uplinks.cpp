@@ -19,9 +19,9 @@ bool isOneOf(const std::string &kind, const char *const (&kinds)[Size])
 bool isTunnel(const Link &link)
 {
     constexpr const char *kKinds[]
-        = { "tun",  "wireguard", "ipip",      "sit",    "gre",    "gretap", "ip6tnl", "ip6gre",
-            "vti",  "ip6gretap", "vti6",      "xfrm",   "vxlan",  "geneve", "erspan", "fou",
-            "ipvti" };
+        = { "tun",    "wireguard", "ipip",   "sit",       "gre",  "gretap",
+            "ip6tnl", "ip6gre",    "vti",    "ip6gretap", "vti6", "xfrm",
+            "vxlan",  "geneve",    "erspan", "fou",       "ipvti" };
     return isOneOf(link.kind, kKinds);
 }
 
@@ -97,9 +97,8 @@ private:
     void resolvePorts(int master, int depth)
     {
         // Ports to containers and virtual machines lead inside, not out.
-        const auto leadsInside = [](const Link &link) {
-            return link.kind == "veth" || isTunnel(link);
-        };
+        const auto leadsInside
+            = [](const Link &link) { return link.kind == "veth" || isTunnel(link); };
         std::vector<int> ports;
         std::vector<int> inside;
         for (const auto &[index, link] : m_links) {

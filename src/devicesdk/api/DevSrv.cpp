@@ -36,6 +36,9 @@ std::vector<VELQ_Device> allDevices(Engine &engine, const std::vector<StoredDevi
         device.counted = present.counted ? 1 : 0;
         device.chosen = present.chosen ? 1 : 0;
         device.roaming = present.roaming ? 1 : 0;
+        device.hasModemFigures = present.modemFigures ? 1 : 0;
+        device.modemDownload = present.modemFigures.value_or(LinkCounters {}).download;
+        device.modemUpload = present.modemFigures.value_or(LinkCounters {}).upload;
         all.push_back(device);
     }
     for (auto it = stored.rbegin(); it != stored.rend(); ++it) {
@@ -86,9 +89,8 @@ int VELQ_DevSrv_GetUsedDevice(char *device, int size)
 {
     if (!device || size <= 0)
         return kFailure;
-    return withService([=](Service &service) {
-        return writeWhole(device, size, service.engine().usedDevice());
-    });
+    return withService(
+        [=](Service &service) { return writeWhole(device, size, service.engine().usedDevice()); });
 }
 
 int VELQ_DevSrv_GetCustomizeName(char *name)

@@ -1,15 +1,11 @@
 #include "calendar/TimeZone.h"
 
-#include "calendar/ZoneBytes.h"
 #include "calendar/ZoneFile.h"
 #include "calendar/ZoneRule.h"
 #include "calendar/ZoneTables.h"
 
-#include <cctz/time_zone.h>
-
 #include <algorithm>
-#include <chrono>
-#include <utility>
+#include <limits>
 
 namespace velq {
 
@@ -19,46 +15,36 @@ constexpr std::int64_t kSecondsPerDay = 86400;
 
 const char kUtc[] = "UTC";
 
-cctz::civil_second midnight(Day day)
+//! Adds the changes that \a rule means after those that are there.
+void spellOut(const ZoneRule &rule, std::vector<ZoneChange> &changes)
 {
-    const Date date = dateOf(day);
-    return cctz::civil_second(date.year, date.month, date.day);
-}
-
-/*!
- * Replaces the rule after the last change by the changes that it means. cctz takes a rule only from
- * files that repeat it in their last changes, which those of many systems do not.
- */
-bool spellOutRule(ZoneTables &tables)
-{
-    constexpr std::size_t kMostTypes = 254; // and two more: an index has 8 bits
-    if (tables.rule.empty())
-        return true;
-    const auto rule = parseZoneRule(tables.rule);
-    if (!rule || tables.typeCount() > kMostTypes)
-        return false;
-    const std::int64_t last = tables.lastChange();
-    const std::size_t type = tables.typeCount(); // of standard time; the next one is of summer time
-    tables.addType(rule->standard, false);
-    tables.addType(rule->summer, true);
-    for (const RuleChange &change : changesOf(*rule))
-        if (change.instant > last)
-            tables.addChange(change.instant, type + (change.summer ? 1 : 0));
-    tables.rule.clear();
-    return true;
+    std::vector<ZoneChange> later = changesOf(rule);
+    if (!changes.empty()) {
+        const std::int64_t last = changes.back().instant;
+        later.erase(later.begin(),
+                    std::find_if(later.begin(), later.end(), [last](const ZoneChange &change) {
+                        return change.instant > last;
+                    }));
+    }
+    changes.insert(changes.end(), later.begin(), later.end());
 }
 
 } // namespace
 
-struct TimeZone::Content
+TimeZone::TimeZone(const std::string &name, const ZoneTables &tables)
 {
-    std::string name;
-    cctz::time_zone rules; // points to what cctz keeps for ever
-};
-
-TimeZone::TimeZone(std::shared_ptr<const Content> content)
-    : m_content(std::move(content))
-{
+    using Limits = std::numeric_limits<std::int64_t>;
+    auto content = std::make_shared<Content>(Content { name, {} });
+    std::vector<Stretch> &stretches = content->stretches;
+    stretches.push_back({ Limits::min(), tables.offset, Limits::max() });
+    for (const ZoneChange &change : tables.changes) {
+        Stretch &last = stretches.back();
+        const std::int64_t shown
+            = stretches.size() > 1 ? stretches.end()[-2].localEnd : Limits::min();
+        last.localEnd = std::max(shown, change.instant + last.offset);
+        stretches.push_back({ change.instant, change.offset, Limits::max() });
+    }
+    m_content = std::move(content);
 }
 
 std::optional<TimeZone> TimeZone::named(const std::string &name)
@@ -72,8 +58,21 @@ std::optional<TimeZone> TimeZone::named(const std::string &name)
 std::optional<TimeZone> TimeZone::ofFile(const std::string &path, const std::string &name)
 {
     const auto bytes = readZoneFile(path);
-    auto tables = bytes ? readZoneTables(*bytes) : std::nullopt;
-    return tables ? ofTables(std::move(*tables), name) : std::nullopt;
+    return bytes ? ofBytes(*bytes, name) : std::nullopt;
+}
+
+std::optional<TimeZone> TimeZone::ofBytes(const std::string &bytes, const std::string &name)
+{
+    auto tables = readZoneTables(bytes);
+    if (!tables)
+        return std::nullopt;
+    if (!tables->rule.empty()) {
+        const auto rule = parseZoneRule(tables->rule);
+        if (!rule)
+            return std::nullopt;
+        spellOut(*rule, tables->changes);
+    }
+    return TimeZone(name, *tables);
 }
 
 std::optional<TimeZone> TimeZone::ofRule(const std::string &rule)
@@ -81,24 +80,12 @@ std::optional<TimeZone> TimeZone::ofRule(const std::string &rule)
     const auto parsed = parseZoneRule(rule);
     if (!parsed)
         return std::nullopt;
-    ZoneTables tables;
-    tables.addType(parsed->standard, false);
-    tables.names.assign(1, '\0');
-    tables.rule = rule;
-    return ofTables(std::move(tables), rule);
-}
-
-std::optional<TimeZone> TimeZone::ofTables(ZoneTables tables, const std::string &name)
-{
-    cctz::time_zone rules;
-    if (!spellOutRule(tables) || !loadZoneBytes(zoneBytes(tables), rules))
-        return std::nullopt;
-    return TimeZone(std::make_shared<const Content>(Content { name, rules }));
+    return TimeZone(rule, { parsed->standard, changesOf(*parsed), {} });
 }
 
 TimeZone TimeZone::utc()
 {
-    return TimeZone(std::make_shared<const Content>(Content { kUtc, cctz::utc_time_zone() }));
+    return TimeZone(kUtc, {});
 }
 
 const std::string &TimeZone::name() const
@@ -112,22 +99,27 @@ Day TimeZone::dayOf(std::int64_t instant) const
     constexpr std::int64_t kLastDay = 1'000'000'000;
     const std::int64_t bounded
         = std::clamp(instant, -kLastDay * kSecondsPerDay, kLastDay * kSecondsPerDay);
-    // Where clocks go back over midnight a local date comes twice, so that it alone does not tell
-    // the day: an instant after the first midnight belongs to the new day for good.
-    auto day = static_cast<Day>(bounded / kSecondsPerDay);
-    while (firstInstant(day) > bounded)
-        --day;
-    while (firstInstant(day + 1) <= bounded)
-        ++day;
-    return day;
+    const std::vector<Stretch> &stretches = m_content->stretches;
+    const auto later = std::upper_bound(
+        stretches.begin(), stretches.end(), bounded,
+        [](std::int64_t wanted, const Stretch &stretch) { return wanted < stretch.begin; });
+    // Where clocks go back over midnight a local date comes twice: a day that has begun stays.
+    std::int64_t local = bounded + later[-1].offset;
+    if (later - stretches.begin() > 1)
+        local = std::max(local, later[-2].localEnd - 1);
+    const std::int64_t before = local % kSecondsPerDay < 0 ? 1 : 0; // division rounds towards zero
+    return static_cast<Day>(local / kSecondsPerDay - before);
 }
 
 std::int64_t TimeZone::firstInstant(Day day) const
 {
-    const cctz::time_zone::civil_lookup found = m_content->rules.lookup(midnight(day));
-    const bool skipped = found.kind == cctz::time_zone::civil_lookup::SKIPPED;
-    const auto instant = skipped ? found.trans : found.pre; // pre is also the first of two
-    return std::chrono::duration_cast<std::chrono::seconds>(instant.time_since_epoch()).count();
+    const std::int64_t midnight = day * kSecondsPerDay;
+    const std::vector<Stretch> &stretches = m_content->stretches;
+    // The last stretch has no end, so there always is one.
+    const auto stretch = std::upper_bound(
+        stretches.begin(), stretches.end(), midnight,
+        [](std::int64_t wanted, const Stretch &found) { return wanted < found.localEnd; });
+    return std::max(stretch->begin, midnight - stretch->offset);
 }
 
 } // namespace velq

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace velq {
 
@@ -20,6 +21,9 @@ public:
     //! The zone of a compiled time zone file, wherever that is.
     [[nodiscard]] static std::optional<TimeZone> ofFile(const std::string &path,
                                                         const std::string &name);
+    //! The zone of such a file's \a bytes.
+    [[nodiscard]] static std::optional<TimeZone> ofBytes(const std::string &bytes,
+                                                         const std::string &name);
     //! The zone of a rule as TZ may hold it: "CET-1CEST,M3.5.0,M10.5.0/3". Named by the rule.
     [[nodiscard]] static std::optional<TimeZone> ofRule(const std::string &rule);
     [[nodiscard]] static TimeZone utc();
@@ -41,10 +45,20 @@ public:
     [[nodiscard]] std::int64_t firstInstant(Day day) const;
 
 private:
-    struct Content;
+    /*! A span of time with the same offset; local times are seconds as if of UTC. */
+    struct Stretch
+    {
+        std::int64_t begin = 0;
+        std::int64_t offset = 0; // seconds east of UTC
+        std::int64_t localEnd = 0; // one after the latest that was shown up to its end
+    };
+    struct Content
+    {
+        std::string name;
+        std::vector<Stretch> stretches; // of all time, in order
+    };
 
-    explicit TimeZone(std::shared_ptr<const Content> content);
-    static std::optional<TimeZone> ofTables(ZoneTables tables, const std::string &name);
+    explicit TimeZone(const std::string &name, const ZoneTables &tables);
 
     std::shared_ptr<const Content> m_content;
 };

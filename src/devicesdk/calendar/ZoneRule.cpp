@@ -154,7 +154,7 @@ std::int64_t changeInstant(int year, const RuleDate &date, int offset)
 
 std::optional<ZoneRule> parseZoneRule(const std::string &text)
 {
-    constexpr int kLargestOffset = 23; // hours; cctz has no zone a whole day off
+    constexpr int kLargestOffset = 23; // hours; no zone is a whole day off
     RuleReader reader(text);
     ZoneRule rule;
     int west = 0; // rules count offsets westwards
@@ -180,23 +180,23 @@ std::optional<ZoneRule> parseZoneRule(const std::string &text)
     return rule;
 }
 
-std::vector<RuleChange> changesOf(const ZoneRule &rule)
+std::vector<ZoneChange> changesOf(const ZoneRule &rule)
 {
     constexpr int kFirstYear = 1900;
     constexpr int kLastYear = 2400;
-    std::vector<RuleChange> changes;
+    std::vector<ZoneChange> changes;
     for (int year = kFirstYear; rule.hasSummer && year <= kLastYear; ++year) {
-        changes.push_back({ changeInstant(year, rule.begin, rule.standard), true });
-        changes.push_back({ changeInstant(year, rule.end, rule.summer), false });
+        changes.push_back({ changeInstant(year, rule.begin, rule.standard), rule.summer });
+        changes.push_back({ changeInstant(year, rule.end, rule.summer), rule.standard });
     }
-    std::stable_sort(changes.begin(), changes.end(), [](const RuleChange &a, const RuleChange &b) {
+    std::stable_sort(changes.begin(), changes.end(), [](const ZoneChange &a, const ZoneChange &b) {
         return a.instant < b.instant;
     });
     // Summer time all the year ends where the next year's begins: of two at once the later one
     // counts.
     const auto kept = std::unique(
         changes.rbegin(), changes.rend(),
-        [](const RuleChange &a, const RuleChange &b) { return a.instant == b.instant; });
+        [](const ZoneChange &a, const ZoneChange &b) { return a.instant == b.instant; });
     changes.erase(changes.begin(), kept.base());
     return changes;
 }

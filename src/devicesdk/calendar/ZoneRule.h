@@ -33,14 +33,14 @@ struct ZoneRule
 //! A rule as TZ may hold it: "CET-1CEST,M3.5.0,M10.5.0/3", "<+0530>-5:30".
 [[nodiscard]] std::optional<ZoneRule> parseZoneRule(const std::string &text);
 
-/*! A change to summer time or back. */
-struct RuleChange
+/*! The instant from which the clocks have another offset. */
+struct ZoneChange
 {
     std::int64_t instant = 0; //!< seconds since 1970 UTC
-    bool summer = false;
+    int offset = 0; //!< seconds east of UTC
 };
 
 //! The changes of the years 1900 to 2400, in order.
-[[nodiscard]] std::vector<RuleChange> changesOf(const ZoneRule &rule);
+[[nodiscard]] std::vector<ZoneChange> changesOf(const ZoneRule &rule);
 
 } // namespace velq

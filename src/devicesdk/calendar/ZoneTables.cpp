@@ -1,7 +1,7 @@
 #include "calendar/ZoneTables.h"
 
 #include <array>
-#include <utility>
+#include <cstdlib>
 
 namespace velq {
 
@@ -30,10 +30,11 @@ std::uint64_t numberAt(const std::string &bytes, std::size_t at, std::size_t siz
     return number;
 }
 
-void append(std::string &bytes, std::uint64_t number, std::size_t size)
+std::int64_t signedAt(const std::string &bytes, std::size_t at, std::size_t size)
 {
-    for (std::size_t i = size; i-- > 0;)
-        bytes += static_cast<char>(number >> (8 * i) & 0xff);
+    const std::uint64_t number = numberAt(bytes, at, size);
+    return size == kOldInstantSize ? static_cast<std::int32_t>(static_cast<std::uint32_t>(number))
+                                   : static_cast<std::int64_t>(number);
 }
 
 /*! One header and its tables. */
@@ -63,68 +64,36 @@ std::optional<Block> blockAt(const std::string &bytes, std::size_t at, std::size
     return block;
 }
 
-ZoneTables tablesOf(const std::string &bytes, const Block &block, std::size_t instantSize)
+//! The tables of a block: instants, a type for each, and the types, the first of them for before.
+std::optional<ZoneTables> tablesOf(const std::string &bytes, const Block &block,
+                                   std::size_t instantSize)
 {
-    ZoneTables tables;
-    std::size_t at = block.begin;
-    const auto take = [&](std::size_t length) {
-        at += length;
-        return bytes.substr(at - length, length);
-    };
-    tables.instants = take(block.counts[Changes] * instantSize);
-    tables.indexes = take(block.counts[Changes]);
-    tables.types = take(block.counts[Types] * kTypeSize);
-    tables.names = take(block.counts[NameBytes]);
+    constexpr std::int64_t kFarthest = std::int64_t(1) << 60; // so that sums stay within 64 bits
+    constexpr std::int64_t kDaySeconds = 86400; // no zone is a whole day off
+    const std::size_t changes = block.counts[Changes];
+    const std::size_t indexes = block.begin + changes * instantSize;
+    std::vector<int> offsets;
+    for (std::size_t type = 0; type < block.counts[Types]; ++type) {
+        const std::int64_t offset = signedAt(bytes, indexes + changes + type * kTypeSize, 4);
+        if (std::llabs(offset) >= kDaySeconds)
+            return std::nullopt;
+        offsets.push_back(static_cast<int>(offset));
+    }
+    if (offsets.empty())
+        return std::nullopt;
+    ZoneTables tables { offsets.front(), {}, {} };
+    for (std::size_t i = 0; i < changes; ++i) {
+        const std::int64_t instant = signedAt(bytes, block.begin + i * instantSize, instantSize);
+        const auto type = static_cast<unsigned char>(bytes[indexes + i]);
+        const bool ordered = tables.changes.empty() || tables.changes.back().instant < instant;
+        if (!ordered || instant < -kFarthest || instant > kFarthest || type >= offsets.size())
+            return std::nullopt;
+        tables.changes.push_back({ instant, offsets[type] });
+    }
     return tables;
 }
 
-std::string widened(const std::string &instants)
-{
-    std::string wide;
-    for (std::size_t at = 0; at < instants.size(); at += kOldInstantSize) {
-        const auto number = static_cast<std::uint32_t>(numberAt(instants, at, kOldInstantSize));
-        append(wide, static_cast<std::uint64_t>(std::int64_t(static_cast<std::int32_t>(number))),
-               kInstantSize);
-    }
-    return wide;
-}
-
-void appendHeader(std::string &bytes, const Counts &counts)
-{
-    bytes += kMagic;
-    bytes += '2';
-    bytes.append(kCountsAt - kVersionAt - 1, '\0');
-    for (const std::uint64_t count : counts)
-        append(bytes, count, 4);
-}
-
 } // namespace
-
-std::size_t ZoneTables::typeCount() const
-{
-    return types.size() / kTypeSize;
-}
-
-void ZoneTables::addType(int offset, bool summer)
-{
-    append(types, static_cast<std::uint32_t>(offset), 4);
-    append(types, summer ? 1 : 0, 1);
-    append(types, 0, 1); // where its name is: nobody asks for that
-}
-
-void ZoneTables::addChange(std::int64_t instant, std::size_t type)
-{
-    append(instants, static_cast<std::uint64_t>(instant), kInstantSize);
-    append(indexes, type, 1);
-}
-
-std::int64_t ZoneTables::lastChange() const
-{
-    if (instants.empty())
-        return std::numeric_limits<std::int64_t>::min();
-    return static_cast<std::int64_t>(
-        numberAt(instants, instants.size() - kInstantSize, kInstantSize));
-}
 
 std::optional<ZoneTables> readZoneTables(const std::string &bytes)
 {
@@ -136,26 +105,14 @@ std::optional<ZoneTables> readZoneTables(const std::string &bytes)
     // With leap seconds the file would speak of another clock than the system's.
     if (!block || block->counts[LeapSeconds] > 0)
         return std::nullopt;
-    ZoneTables tables = tablesOf(bytes, *block, old ? kOldInstantSize : kInstantSize);
-    if (old) {
-        tables.instants = widened(tables.instants);
+    auto tables = tablesOf(bytes, *block, old ? kOldInstantSize : kInstantSize);
+    if (old || !tables)
         return tables;
-    }
     const std::size_t ruleEnd = bytes.find('\n', block->end + 1);
     if (bytes.size() == block->end || bytes[block->end] != '\n' || ruleEnd == std::string::npos)
         return std::nullopt;
-    tables.rule = bytes.substr(block->end + 1, ruleEnd - block->end - 1);
+    tables->rule = bytes.substr(block->end + 1, ruleEnd - block->end - 1);
     return tables;
-}
-
-std::string zoneBytes(const ZoneTables &tables)
-{
-    std::string bytes;
-    appendHeader(bytes, {}); // who knows only short instants finds nothing
-    appendHeader(bytes,
-                 { 0, 0, 0, tables.indexes.size(), tables.typeCount(), tables.names.size() });
-    return bytes + tables.instants + tables.indexes + tables.types + tables.names + '\n'
-        + tables.rule + '\n';
 }
 
 } // namespace velq

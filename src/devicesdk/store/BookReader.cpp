@@ -34,20 +34,21 @@ int BookReader::each(Statement &statement, Row &&row) const
 int BookReader::daySums(DaySums &sums) const
 {
     Statement row;
-    const int code = row.prepare(m_database,
-                                 "SELECT day, use, download, upload, time_ms, any_ms FROM day");
+    const int code
+        = row.prepare(m_database, "SELECT day, use, download, upload, time_ms, any_ms FROM day");
     if (code != SQLITE_OK)
         return code;
-    return each(row, [&] { sums.add(static_cast<Day>(row.integer(0)), use(row, 1), amountsAt(row, 2)); });
+    return each(
+        row, [&] { sums.add(static_cast<Day>(row.integer(0)), use(row, 1), amountsAt(row, 2)); });
 }
 
 int BookReader::hours(const Span &span, HourAmounts &hours) const
 {
     Statement row;
-    const int code = row.prepare(
-        m_database,
-        "SELECT start, day, key, use, download, upload, time_ms, any_ms FROM hour"
-        " JOIN device ON device.id = hour.device WHERE start >= ?1 AND start < ?2");
+    const int code
+        = row.prepare(m_database,
+                      "SELECT start, day, key, use, download, upload, time_ms, any_ms FROM hour"
+                      " JOIN device ON device.id = hour.device WHERE start >= ?1 AND start < ?2");
     if (code != SQLITE_OK)
         return code;
     row.bind(1, span.from);
@@ -77,9 +78,8 @@ int BookReader::days(const DaySpan &span, DayAmounts &days) const
 int BookReader::marks(std::vector<LinkMark> &marks) const
 {
     Statement row;
-    const int code
-        = row.prepare(m_database,
-                      "SELECT boot, link, instance, name, device, use, download, upload FROM mark");
+    const int code = row.prepare(
+        m_database, "SELECT boot, link, instance, name, device, use, download, upload FROM mark");
     if (code != SQLITE_OK)
         return code;
     return each(row, [&] {
@@ -119,19 +119,19 @@ int BookReader::devices(std::vector<StoredDevice> &devices) const
     if (code != SQLITE_OK)
         return code;
     return each(row, [&] {
-        devices.push_back({ { row.text(0), row.text(1), row.text(2),
-                              static_cast<int>(row.integer(3)) },
-                            row.integer(4) });
+        devices.push_back(
+            { { row.text(0), row.text(1), row.text(2), static_cast<int>(row.integer(3)) },
+              row.integer(4) });
     });
 }
 
 int BookReader::reasons(int count, std::vector<Reason> &reasons) const
 {
     Statement row;
-    const int code = row.prepare(
-        m_database,
-        "SELECT kind, at, device, use, download, upload, seconds, text FROM"
-        " (SELECT * FROM reason ORDER BY id DESC LIMIT ?1) ORDER BY id");
+    const int code
+        = row.prepare(m_database,
+                      "SELECT kind, at, device, use, download, upload, seconds, text FROM"
+                      " (SELECT * FROM reason ORDER BY id DESC LIMIT ?1) ORDER BY id");
     if (code != SQLITE_OK)
         return code;
     row.bind(1, count);

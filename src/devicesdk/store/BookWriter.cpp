@@ -98,8 +98,8 @@ void BookWriter::abandon()
 int BookWriter::write(const Changes &changes)
 {
     constexpr int (BookWriter::*kSteps[])(const Changes &)
-        = { &BookWriter::writeResets,  &BookWriter::writeDevices, &BookWriter::writeHours,
-            &BookWriter::writeRecent,  &BookWriter::writeMarks,   &BookWriter::writeReasons,
+        = { &BookWriter::writeResets,   &BookWriter::writeDevices, &BookWriter::writeHours,
+            &BookWriter::writeRecent,   &BookWriter::writeMarks,   &BookWriter::writeReasons,
             &BookWriter::writeSettings, &BookWriter::thinOut };
     for (const auto step : kSteps) {
         const int code = (this->*step)(changes);

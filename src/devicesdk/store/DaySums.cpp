@@ -13,8 +13,8 @@ DaySums::Rows::const_iterator DaySums::lowerBound(Day day) const
 void DaySums::add(Day day, int use, const Amounts &amounts)
 {
     const auto place = m_rows.begin() + (lowerBound(day) - m_rows.cbegin());
-    const auto row = place != m_rows.end() && place->day == day ? place
-                                                                : m_rows.insert(place, { day, {} });
+    const auto row
+        = place != m_rows.end() && place->day == day ? place : m_rows.insert(place, { day, {} });
     row->amounts[static_cast<std::size_t>(use)].add(amounts);
 }
 

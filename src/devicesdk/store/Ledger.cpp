@@ -65,6 +65,7 @@ void Ledger::loadLocked()
     if (version == m_loadedVersion)
         return;
     m_loadedVersion = version;
+    noteSetAsides();
     DaySums days;
     RecentRows recent;
     std::map<std::string, std::string> settings;
@@ -97,6 +98,16 @@ void Ledger::loadLocked()
     for (const auto &[name, value] : m_pending.settings)
         settings[name] = value;
     m_settings = std::move(settings);
+}
+
+void Ledger::noteSetAsides()
+{
+    for (; m_toldSetAsides < m_store.setAsides(); ++m_toldSetAsides) {
+        Reason reason;
+        reason.kind = ReasonKind::SetAside;
+        reason.at = m_options.store.wallSeconds ? m_options.store.wallSeconds() : 0;
+        m_pending.reasons.push_back(std::move(reason));
+    }
 }
 
 void Ledger::addLocked(const HourKey &key, const Amounts &amounts)

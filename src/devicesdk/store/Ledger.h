@@ -87,6 +87,7 @@ public:
 private:
     void commitLocked();
     void loadLocked();
+    void noteSetAsides();
     void addLocked(const HourKey &key, const Amounts &amounts);
     void bookLocked(const Booking &booking, const Moment &moment);
     void bookAt(std::int64_t second, const Booking &booking, const Moment &moment);
@@ -97,6 +98,7 @@ private:
     std::mutex m_storeMutex; // taken before m_pendingMutex
     Store m_store;
     std::uint64_t m_loadedVersion = 0;
+    int m_toldSetAsides = 0;
     bool m_closed = false;
 
     std::mutex m_pendingMutex; // never held while the disk is waited for

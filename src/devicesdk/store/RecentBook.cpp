@@ -94,8 +94,8 @@ std::vector<Move> RecentBook::date(std::int64_t offset, std::int64_t bootSeconds
     return moves;
 }
 
-void RecentBook::settleEarlier(std::int64_t now, std::int64_t bootSeconds,
-                               std::vector<Move> &moves, Changes &changes)
+void RecentBook::settleEarlier(std::int64_t now, std::int64_t bootSeconds, std::vector<Move> &moves,
+                               Changes &changes)
 {
     const bool trusted = bootSeconds - *m_firstSeconds >= kPatienceSeconds;
     m_hasEarlier = false;

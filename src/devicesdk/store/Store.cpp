@@ -13,6 +13,8 @@ namespace velq {
 namespace {
 
 constexpr int kBusyTimeoutMs = 1000;
+// KiB of pages that SQLite keeps; the check of a large store would fill all that it may have.
+constexpr const char *kSmallCache = "PRAGMA cache_size = -256";
 
 bool isDamage(int code)
 {
@@ -185,7 +187,9 @@ int Store::checkWritable()
     if (check.state == SchemaState::Foreign)
         return SQLITE_CORRUPT;
     std::string health;
-    int code = m_database.queryText("PRAGMA quick_check(1)", health);
+    int code = m_database.execute(kSmallCache);
+    if (code == SQLITE_OK)
+        code = m_database.queryText("PRAGMA quick_check(1)", health);
     if (code == SQLITE_OK && health != "ok")
         code = SQLITE_CORRUPT;
     if (code == SQLITE_OK && m_database.isReadOnly())
@@ -223,6 +227,7 @@ void Store::openForReading(StoreState state)
         dropConnection();
         return;
     }
+    (void)m_database.execute(kSmallCache);
     m_state = state;
     ++m_version;
 }
@@ -237,6 +242,7 @@ bool Store::setAside()
             + reason(error) + ". Figures are kept in memory only.";
         return false;
     }
+    ++m_setAsides;
     m_notice = "The usage store " + path() + " was damaged and has been set aside as " + name
         + "; a new one was begun.";
     return true;

@@ -67,6 +67,11 @@ public:
      * anew, written by another process. What was read before is old then.
      */
     [[nodiscard]] std::uint64_t version();
+    //! How often a damaged file has been set aside.
+    [[nodiscard]] int setAsides() const
+    {
+        return m_setAsides;
+    }
     //! Copies the database to \a path, which must not exist. Empty, or what went wrong.
     [[nodiscard]] std::string backUp(const std::string &path);
     //! What is wrong at the moment, in English; empty while all is well.
@@ -95,6 +100,7 @@ private:
     std::uint64_t m_version = 0;
     std::int64_t m_dataVersion = 0; // SQLite's: changes of other connections
     std::string m_problem; // what is wrong now
+    int m_setAsides = 0;
     std::string m_notice; // what was set aside since the start
 };
 

@@ -54,7 +54,7 @@ MainWindow *window()
 
 void chooseLanguage(const QString &code)
 {
-    for (QAction *action : window()->menuBar()->actions().at(2)->menu()->actions()) {
+    for (QAction *action : window()->findChild<QMenu *>("Host_Languages")->actions()) {
         if (action->data().toString() == code)
             action->trigger();
     }
@@ -81,6 +81,8 @@ private slots:
     void otherMessagesDoNothing();
     void aMessageEndsTheConnection();
     void theMenuEndsTheConnection();
+    void theMenuMakesTheConnectionAgain();
+    void aDeviceIsChosenFromTheList();
     void aLanguageTurnsTheWindowAndReachesThePlugin();
     void everyStartedPluginMayHaveSettings();
     void closingRemembersTheView();
@@ -111,6 +113,8 @@ private:
     std::atomic<int> m_result { 0 };
     std::atomic<bool> m_endsDemo { false }; // the scripted connection goes down
     std::atomic<int> m_left { 0 };
+    QStringList m_used;
+    bool m_refusesDevice = false;
     LibraryFolder m_library;
     QTemporaryDir m_data;
     QObject *m_plugin = nullptr; // lives as long as the process
@@ -151,6 +155,10 @@ SdkCalls tst_Session::sdkCalls()
         m_release.acquire();
         ++m_left;
         return m_endsDemo ? VELQ_NetConnectSrv_Disconnect() : m_result.load();
+    };
+    calls.useDevice = [this](const char *device) {
+        m_used.append(QString::fromUtf8(device));
+        return m_refusesDevice ? 1 : VELQ_DevSrv_UseDevice(device);
     };
     return calls;
 }
@@ -284,6 +292,47 @@ void tst_Session::theMenuEndsTheConnection()
     QTRY_VERIFY(status->text().endsWith("Not connected"));
     QVERIFY(!entry->isEnabled());
     QCOMPARE(lastMessage(), ended);
+}
+
+void tst_Session::theMenuMakesTheConnectionAgain()
+{
+    auto *entry = window()->findChild<QAction *>("Host_Connect");
+    QVERIFY(entry->isEnabled());
+    entry->trigger(); // the demonstration's pause ends
+    QCOMPARE(lastMessage(), QString::fromUtf8("Connecting…"));
+    QVERIFY(!entry->isEnabled());
+    const auto *status = window()->findChild<QLabel *>("Host_StatusConnection");
+    QTRY_VERIFY(status->text().endsWith("Connected"));
+    QVERIFY(!lastMessage().startsWith("Connecting"));
+    QVERIFY(!entry->isEnabled());
+}
+
+void tst_Session::aDeviceIsChosenFromTheList()
+{
+    auto *menu = window()->findChild<QMenu *>("Host_Devices");
+    QVERIFY(menu->isEnabled());
+    emit menu->aboutToShow();
+    const auto choices = [menu] {
+        QStringList texts;
+        for (const QAction *action : menu->actions()) {
+            if (!action->isSeparator())
+                texts.append(action->text() + (action->isChecked() ? "*" : ""));
+        }
+        return texts;
+    };
+    QCOMPARE(choices(), QStringList({ "&Automatic*", "demo0" }));
+    menu->actions().constLast()->trigger();
+    QCOMPARE(m_used.constLast(), QString("name:demo0"));
+    emit menu->aboutToShow();
+    QCOMPARE(choices(), QStringList({ "&Automatic", "demo0*" }));
+    m_refusesDevice = true;
+    menu->actions().constFirst()->trigger();
+    QCOMPARE(m_used.constLast(), QString());
+    QCOMPARE(lastMessage(),
+             QStringLiteral("The device cannot be chosen now: another program counts."));
+    m_refusesDevice = false;
+    emit menu->aboutToShow();
+    menu->actions().constFirst()->trigger();
 }
 
 void tst_Session::theFiguresReachTheStatusLine()

@@ -25,6 +25,7 @@ private slots:
     void aYoungLinkCountsFromItsMakingWhenTheRouteComes();
     void severalDevicesCountAtOnceAndTheirTimeOnce();
     void onlyTheNamedDeviceCounts();
+    void aNamedLinkCountsThatCameAndWentBetweenTwoLooks();
     void anotherNameEndsTheGrace();
     void timeIsNotBookedOverAReconnection();
 };
@@ -298,6 +299,26 @@ void tst_Accountant::onlyTheNamedDeviceCounts()
     script.count(3, 6005, 7000);
     (void)script.look();
     QCOMPARE(script.booked().download, qint64(5));
+}
+
+void tst_Accountant::aNamedLinkCountsThatCameAndWentBetweenTwoLooks()
+{
+    LinkScript script;
+    script.accountant.use("eth0");
+    begin(script);
+    for (const int index : { 4, 5 }) {
+        script.appear(LinkScript::link("eth0", index, 40 + std::uint64_t(index)), 50, 60);
+        script.count(index, 57, 61, true);
+        script.go(index);
+        script.appear(LinkScript::link("eth1", 10 + index, 50 + std::uint64_t(index)), 0, 0);
+        script.count(10 + index, 1000, 1000, true);
+        script.go(10 + index);
+    }
+    (void)script.look();
+    QCOMPARE(script.bookedFor("name:eth0").download, qint64(14));
+    QCOMPARE(script.bookedFor("name:eth0").upload, qint64(2));
+    QCOMPARE(script.booked().download, qint64(14));
+    QVERIFY(script.batch.marks.empty());
 }
 
 void tst_Accountant::anotherNameEndsTheGrace()

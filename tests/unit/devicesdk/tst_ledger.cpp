@@ -37,6 +37,7 @@ private slots:
     void sumsSinceAnHourThatWasThinnedOutTakeTheDay();
     void marksReasonsAndSettingsAreStored();
     void hoursAndDaysArePlusPending();
+    void aStoreThatWasSetAsideIsTold();
     void takingOverIsTold();
 };
 
@@ -492,6 +493,21 @@ void tst_Ledger::hoursAndDaysArePlusPending()
     QVERIFY(ledger.devices(devices));
     QCOMPARE(int(devices.size()), 1);
     QCOMPARE(devices[0].seen, std::int64_t(kNow));
+}
+
+void tst_Ledger::aStoreThatWasSetAsideIsTold()
+{
+    const StoreFolder folder;
+    folder.write("velq.db", QByteArray(8192, 'x'));
+    Ledger ledger(ledgerOptions(folder.options()));
+    std::vector<velq::Reason> reasons;
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(ledger.reasons(10, reasons));
+        QCOMPARE(int(reasons.size()), 1);
+        QVERIFY(reasons[0].kind == velq::ReasonKind::SetAside);
+        QCOMPARE(reasons[0].at, std::int64_t(kNow));
+        ledger.commit();
+    }
 }
 
 void tst_Ledger::takingOverIsTold()

@@ -24,6 +24,7 @@ private slots:
     void anotherSimIsAnotherDevice();
     void roamingIsCountedApart();
     void aSecondProcessGoesOnWhereTheFirstEnded();
+    void aFirstProcessThatLookedLaterIsNotBookedAgain();
     void marksThatNobodyCanClaimAreSettled();
     void aDeviceThatWentKeepsItsMark();
 };
@@ -98,9 +99,9 @@ void tst_Recovery::theNameServesWhereInstancesAreNotTold()
 
 void tst_Recovery::anotherInstanceWithAnUnstableKeyIsNotRecovered()
 {
-    for (const LinkMark &stored : { mark("name:wwan0", 10, 20, "boot", 3, 32),
-                                    mark("name:wwan0", 10, 20, "earlier boot"),
-                                    mark("name:wwan0", 10, 20, "boot", 4) }) {
+    for (const LinkMark &stored :
+         { mark("name:wwan0", 10, 20, "boot", 3, 32), mark("name:wwan0", 10, 20, "earlier boot"),
+           mark("name:wwan0", 10, 20, "boot", 4) }) {
         LinkScript script({ stored });
         script.find(LinkScript::link("wwan0"), 1500, 2007);
         script.routeBy({ 3 });
@@ -163,6 +164,27 @@ void tst_Recovery::aModemIsRecoveredWhenItIsKnown()
     script.count(3, 1600, 2007);
     (void)script.look();
     QCOMPARE(script.bookedFor(kModem).download, qint64(1500 + 100));
+
+    LinkScript late({ mark(kModem, 100000, 200000, "earlier boot") });
+    late.accountant.use(kModem);
+    late.find(LinkScript::link("wwan0"), 1500, 2007);
+    (void)late.look();
+    for (const quint64 download : { 1600U, 1700U }) { // not known to be the named one
+        late.count(3, download, 2007);
+        (void)late.look();
+        QVERIFY(late.booked().isZero());
+    }
+    late.facts = modem("8949");
+    late.count(3, 1800, 2007);
+    (void)late.look();
+    QCOMPARE(late.bookedFor(kModem).download, qint64(1800));
+    late.accountant.use("other");
+    (void)late.look();
+    late.count(3, 1900, 2007);
+    (void)late.look();
+    late.accountant.use(kModem);
+    (void)late.look();
+    QVERIFY(late.booked().isZero()); // what it carried meanwhile was not to be counted
 }
 
 void tst_Recovery::aModemStaysTheSameWhileNobodyKnowsIt()
@@ -212,6 +234,12 @@ void tst_Recovery::roamingIsCountedApart()
     (void)script.look();
     QCOMPARE(script.batch.bookings[0].use, velq::useKind(0, true));
     QVERIFY(script.accountant.live().roaming);
+    QVERIFY(!script.accountant.present()[0].modemFigures);
+    script.facts = modem("8949", true);
+    script.facts->modems[0].hasStats = true;
+    script.facts->modems[0].bearerUpload = 77;
+    (void)script.look();
+    QCOMPARE(script.accountant.present()[0].modemFigures->upload, quint64(77));
 }
 
 void tst_Recovery::aSecondProcessGoesOnWhereTheFirstEnded()
@@ -229,6 +257,20 @@ void tst_Recovery::aSecondProcessGoesOnWhereTheFirstEnded()
     QCOMPARE(script.booked().download, qint64(1000 + 100));
     QCOMPARE(script.batch.marks[0].download, quint64(5100));
     QCOMPARE(script.accountant.live().download(), liveBefore + 100);
+}
+
+void tst_Recovery::aFirstProcessThatLookedLaterIsNotBookedAgain()
+{
+    LinkScript script;
+    script.find(LinkScript::link("wwan0"), 1000, 2000);
+    script.routeBy({ 3 });
+    (void)script.look();
+    script.accountant.goOnFrom({ mark("name:wwan0", 1700, 2500) }); // within the same second
+    script.count(3, 1900, 2600);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(200));
+    QCOMPARE(script.booked().upload, qint64(100));
+    QVERIFY(script.batch.reasons.empty());
 }
 
 void tst_Recovery::marksThatNobodyCanClaimAreSettled()

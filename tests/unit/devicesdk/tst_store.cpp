@@ -466,9 +466,8 @@ void tst_Store::damageDuringTheRunIsSetAside()
     file.close();
     const QByteArray damaged = folder.content("velq.db");
     velq::HourAmounts hours;
-    QVERIFY(!store.read([&](const velq::BookReader &reader) {
-        return reader.hours(kAlways, hours);
-    }));
+    QVERIFY(
+        !store.read([&](const velq::BookReader &reader) { return reader.hours(kAlways, hours); }));
     QVERIFY(store.commit(amounts(kNow, 2)));
     QVERIFY2(contains(store.problem(), "set aside"), store.problem().c_str());
     QCOMPARE(sumOf(store).download, std::int64_t(2));

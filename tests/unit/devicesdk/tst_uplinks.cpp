@@ -92,7 +92,8 @@ void tst_Uplinks::aConnectedModemComesFirstThenThePrimaryConnection()
 
 void tst_Uplinks::aTunnelOverACountedDeviceIsNotAddedAgain()
 {
-    const Links all = links({ { 2, "eth0", "" }, { 9, "wg0", "wireguard" }, { 10, "tun0", "tun" } });
+    const Links all
+        = links({ { 2, "eth0", "" }, { 9, "wg0", "wireguard" }, { 10, "tun0", "tun" } });
     QVERIFY((uplinks(all, routes({ 10, 9, 2 }), {}) == Found { 2 }));
 }
 
@@ -122,9 +123,8 @@ void tst_Uplinks::aBridgeStandsForItsPorts()
 
 void tst_Uplinks::aBridgeOfGuestsCountsItself()
 {
-    const Links several = links({ { 3, "vethone", "veth", 0, 8 },
-                                  { 4, "vethtwo", "veth", 0, 8 },
-                                  { 8, "br0", "bridge" } });
+    const Links several = links(
+        { { 3, "vethone", "veth", 0, 8 }, { 4, "vethtwo", "veth", 0, 8 }, { 8, "br0", "bridge" } });
     QVERIFY((uplinks(several, routes({ 8 }), {}) == Found { 8 }));
     const Links one = links({ { 3, "vethone", "veth", 0, 8 }, { 8, "br0", "bridge" } });
     QVERIFY((uplinks(one, routes({ 8 }), {}) == Found { 3 }));

@@ -1,25 +1,24 @@
-#include "Disconnector.h"
-
-#include <host/velq_extension.h>
+#include "BlockingCall.h"
 
 #include <QMetaObject>
 
 #include <system_error>
 #include <utility>
 
-Disconnector::Disconnector(std::function<int()> disconnect, QObject *parent)
+BlockingCall::BlockingCall(std::function<int()> call, int failure, QObject *parent)
     : QObject(parent)
-    , m_disconnect(std::move(disconnect))
+    , m_call(std::move(call))
+    , m_failure(failure)
 {
 }
 
-Disconnector::~Disconnector()
+BlockingCall::~BlockingCall()
 {
     if (m_thread.joinable())
         m_thread.join();
 }
 
-bool Disconnector::request()
+bool BlockingCall::request()
 {
     if (m_running)
         return false;
@@ -30,20 +29,20 @@ bool Disconnector::request()
 }
 
 // The object outlives the thread, and what it has queued goes with the object.
-void Disconnector::run()
+void BlockingCall::run()
 {
     const auto answer = [this](int result) {
         QMetaObject::invokeMethod(
             this, [this, result] { finish(result); }, Qt::QueuedConnection);
     };
     try {
-        m_thread = std::thread([this, answer] { answer(m_disconnect()); });
+        m_thread = std::thread([this, answer] { answer(m_call()); });
     } catch (const std::system_error &) { // no more threads
-        answer(VELQ_DISCONNECT_FAILED);
+        answer(m_failure);
     }
 }
 
-void Disconnector::finish(int result)
+void BlockingCall::finish(int result)
 {
     if (m_thread.joinable())
         m_thread.join(); // it has nothing left to do

@@ -5,16 +5,16 @@
 #include <functional>
 #include <thread>
 
-//! Ends the connection without stopping the user: the SDK's blocking call runs on a thread of its
-//! own, one at a time. GUI thread.
-class Disconnector : public QObject
+//! A call of the SDK that takes its time (connecting, disconnecting) without stopping the user: on
+//! a thread of its own, one at a time. GUI thread.
+class BlockingCall : public QObject
 {
     Q_OBJECT
 public:
-    //! \a disconnect blocks for a bounded time and answers a VELQ_DISCONNECT_ value.
-    explicit Disconnector(std::function<int()> disconnect, QObject *parent = nullptr);
+    //! \a call blocks for a bounded time. \a failure is the result when there is no thread for it.
+    BlockingCall(std::function<int()> call, int failure, QObject *parent = nullptr);
     //! Waits for a call that is running and drops its result.
-    ~Disconnector() override;
+    ~BlockingCall() override;
     //! Starts a call. False, and nothing happens, while one is running.
     [[nodiscard]] bool request();
 
@@ -27,7 +27,8 @@ private:
     void run();
     void finish(int result);
 
-    const std::function<int()> m_disconnect;
+    const std::function<int()> m_call;
+    const int m_failure;
     std::thread m_thread;
     bool m_running = false;
 };

@@ -1,4 +1,4 @@
-#include <Disconnector.h>
+#include <BlockingCall.h>
 
 #include <host/velq_extension.h>
 
@@ -12,7 +12,9 @@
 
 #include "TestLog.h"
 
-class tst_Disconnector : public QObject
+static constexpr int kFailure = 99; // there is always a thread here
+
+class tst_BlockingCall : public QObject
 {
     Q_OBJECT
 private slots:
@@ -38,13 +40,13 @@ private:
     std::atomic<int> m_left { 0 };
 };
 
-void tst_Disconnector::init()
+void tst_BlockingCall::init()
 {
     m_log.reset(new TestLog);
     m_left = 0;
 }
 
-void tst_Disconnector::cleanup()
+void tst_BlockingCall::cleanup()
 {
     QCOMPARE(m_entered.available(), 0);
     QCOMPARE(m_release.available(), 0);
@@ -54,7 +56,7 @@ void tst_Disconnector::cleanup()
 }
 
 // A call that lasts until the test lets it go.
-std::function<int()> tst_Disconnector::blocking(int result)
+std::function<int()> tst_BlockingCall::blocking(int result)
 {
     return [this, result] {
         m_entered.release();
@@ -64,7 +66,7 @@ std::function<int()> tst_Disconnector::blocking(int result)
     };
 }
 
-void tst_Disconnector::theResultArrives_data()
+void tst_BlockingCall::theResultArrives_data()
 {
     QTest::addColumn<int>("result");
     QTest::newRow("done") << int(VELQ_DISCONNECT_DONE);
@@ -73,38 +75,40 @@ void tst_Disconnector::theResultArrives_data()
     QTest::newRow("unknown") << -77;
 }
 
-void tst_Disconnector::theResultArrives()
+void tst_BlockingCall::theResultArrives()
 {
     QFETCH(int, result);
-    Disconnector disconnector([result] { return result; });
-    QSignalSpy started(&disconnector, &Disconnector::started);
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
-    QVERIFY(disconnector.request());
+    BlockingCall call([result] { return result; }, kFailure);
+    QSignalSpy started(&call, &BlockingCall::started);
+    QSignalSpy finished(&call, &BlockingCall::finished);
+    QVERIFY(call.request());
     QCOMPARE(started.count(), 1);
     QCOMPARE(finished.count(), 0); // never from inside the request
     QTRY_COMPARE(finished.count(), 1);
     QCOMPARE(finished.at(0).at(0).toInt(), result);
 }
 
-void tst_Disconnector::theCallRunsOnAnotherThread()
+void tst_BlockingCall::theCallRunsOnAnotherThread()
 {
     std::atomic<QThread *> thread { nullptr };
-    Disconnector disconnector([&thread] {
-        thread = QThread::currentThread();
-        return 0;
-    });
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
-    QVERIFY(disconnector.request());
+    BlockingCall call(
+        [&thread] {
+            thread = QThread::currentThread();
+            return 0;
+        },
+        kFailure);
+    QSignalSpy finished(&call, &BlockingCall::finished);
+    QVERIFY(call.request());
     QTRY_COMPARE(finished.count(), 1);
     QVERIFY(thread);
     QVERIFY(thread != QThread::currentThread());
 }
 
-void tst_Disconnector::aRequestReturnsWhileTheCallRuns()
+void tst_BlockingCall::aRequestReturnsWhileTheCallRuns()
 {
-    Disconnector disconnector(blocking(0));
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
-    QVERIFY(disconnector.request());
+    BlockingCall call(blocking(0), kFailure);
+    QSignalSpy finished(&call, &BlockingCall::finished);
+    QVERIFY(call.request());
     m_entered.acquire();
     QCoreApplication::processEvents();
     QCOMPARE(finished.count(), 0);
@@ -112,59 +116,61 @@ void tst_Disconnector::aRequestReturnsWhileTheCallRuns()
     QTRY_COMPARE(finished.count(), 1);
 }
 
-void tst_Disconnector::aSecondRequestIsDropped()
+void tst_BlockingCall::aSecondRequestIsDropped()
 {
-    Disconnector disconnector(blocking(0));
-    QSignalSpy started(&disconnector, &Disconnector::started);
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
-    QVERIFY(disconnector.request());
-    QVERIFY(!disconnector.request());
+    BlockingCall call(blocking(0), kFailure);
+    QSignalSpy started(&call, &BlockingCall::started);
+    QSignalSpy finished(&call, &BlockingCall::finished);
+    QVERIFY(call.request());
+    QVERIFY(!call.request());
     m_entered.acquire();
-    QVERIFY(!disconnector.request());
+    QVERIFY(!call.request());
     m_release.release();
     QTRY_COMPARE(finished.count(), 1);
     QCOMPARE(started.count(), 1);
     QCOMPARE(m_left.load(), 1);
 }
 
-void tst_Disconnector::afterAResultThereMayBeAnother()
+void tst_BlockingCall::afterAResultThereMayBeAnother()
 {
     int calls = 0;
-    Disconnector disconnector([&calls] { return ++calls; });
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
+    BlockingCall call([&calls] { return ++calls; }, kFailure);
+    QSignalSpy finished(&call, &BlockingCall::finished);
     for (int i = 1; i <= 20; ++i) {
-        QVERIFY(disconnector.request());
+        QVERIFY(call.request());
         QTRY_COMPARE(finished.count(), i);
         QCOMPARE(finished.at(i - 1).at(0).toInt(), i);
     }
 }
 
-void tst_Disconnector::aReceiverMayRequestAgain()
+void tst_BlockingCall::aReceiverMayRequestAgain()
 {
-    Disconnector disconnector([] { return 0; });
-    QSignalSpy finished(&disconnector, &Disconnector::finished);
+    BlockingCall call([] { return 0; }, kFailure);
+    QSignalSpy finished(&call, &BlockingCall::finished);
     bool again = false;
-    connect(&disconnector, &Disconnector::finished, this, [&disconnector, &again] {
+    connect(&call, &BlockingCall::finished, this, [&call, &again] {
         if (!again)
-            again = disconnector.request();
+            again = call.request();
     });
-    QVERIFY(disconnector.request());
+    QVERIFY(call.request());
     QTRY_COMPARE(finished.count(), 2);
     QVERIFY(again);
 }
 
-void tst_Disconnector::theEndWaitsForARunningCall()
+void tst_BlockingCall::theEndWaitsForARunningCall()
 {
     int results = 0;
     {
-        Disconnector disconnector([this] {
-            m_entered.release();
-            QThread::msleep(200); // the end comes while this lasts
-            ++m_left;
-            return 0;
-        });
-        connect(&disconnector, &Disconnector::finished, this, [&results] { ++results; });
-        QVERIFY(disconnector.request());
+        BlockingCall call(
+            [this] {
+                m_entered.release();
+                QThread::msleep(200); // the end comes while this lasts
+                ++m_left;
+                return 0;
+            },
+            kFailure);
+        connect(&call, &BlockingCall::finished, this, [&results] { ++results; });
+        QVERIFY(call.request());
         m_entered.acquire();
     }
     QCOMPARE(m_left.load(), 1);
@@ -172,29 +178,29 @@ void tst_Disconnector::theEndWaitsForARunningCall()
     QCOMPARE(results, 0);
 }
 
-void tst_Disconnector::theEndDropsAResultOnItsWay()
+void tst_BlockingCall::theEndDropsAResultOnItsWay()
 {
     int results = 0;
     for (int i = 0; i < 50; ++i) { // the result is queued before or after the end begins
-        Disconnector disconnector([this] { return ++m_left; });
-        connect(&disconnector, &Disconnector::finished, this, [&results] { ++results; });
-        QVERIFY(disconnector.request());
+        BlockingCall call([this] { return ++m_left; }, kFailure);
+        connect(&call, &BlockingCall::finished, this, [&results] { ++results; });
+        QVERIFY(call.request());
     }
     QCOMPARE(m_left.load(), 50);
     QCoreApplication::processEvents();
     QCOMPARE(results, 0);
 }
 
-void tst_Disconnector::theEndWithoutACallWaitsForNothing()
+void tst_BlockingCall::theEndWithoutACallWaitsForNothing()
 {
     QElapsedTimer timer;
     timer.start();
     {
-        const Disconnector disconnector(blocking(0));
+        const BlockingCall call(blocking(0), kFailure);
     }
     QVERIFY(timer.elapsed() < 1000);
     QCOMPARE(m_left.load(), 0);
 }
 
-QTEST_GUILESS_MAIN(tst_Disconnector)
-#include "tst_disconnector.moc"
+QTEST_GUILESS_MAIN(tst_BlockingCall)
+#include "tst_blockingcall.moc"
