@@ -12,6 +12,12 @@ Json timeOrNull(long long seconds)
     return seconds > 0 ? Json(utcText(seconds)) : Json(nullptr);
 }
 
+//! What the modem itself says, for comparison only.
+Json modemFigure(const VELQ_Device &device, unsigned long long bytes)
+{
+    return device.hasModemFigures ? Json(bytes) : Json(nullptr);
+}
+
 } // namespace
 
 std::string documentText(const Json &document)
@@ -50,7 +56,9 @@ Json toJson(const VELQ_Device &device)
              { "counted", device.counted != 0 },
              { "chosen", device.chosen != 0 },
              { "roaming", device.roaming != 0 },
-             { "last_use", timeOrNull(device.lastUse) } };
+             { "last_use", timeOrNull(device.lastUse) },
+             { "modem_download_bytes", modemFigure(device, device.modemDownload) },
+             { "modem_upload_bytes", modemFigure(device, device.modemUpload) } };
 }
 
 Json toJson(const VELQ_Reason &reason)

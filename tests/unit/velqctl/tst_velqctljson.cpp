@@ -19,6 +19,7 @@ private slots:
     void amountsAreExact();
     void rowsKeepTheirKeys_data();
     void rowsKeepTheirKeys();
+    void aModemsOwnFiguresAreThereOrNull();
     void hoursHaveTheirBeginning();
     void bytesThatAreNotUtf8AreReplaced();
     void aStatus();
@@ -74,8 +75,10 @@ void tst_VelqctlJson::rowsKeepTheirKeys_data()
     QTest::newRow("usage")
         << keysOf(toJson(dayRow(1, "a", 0, false, 1, 2, 3)))
         << "day hour device type roaming download_bytes upload_bytes connected_ms";
-    QTest::newRow("device") << keysOf(toJson(deviceRow(
-        "a", "b", "c"))) << "key label interface type present up counted chosen roaming last_use";
+    QTest::newRow("device")
+        << keysOf(toJson(deviceRow("a", "b", "c")))
+        << "key label interface type present up counted chosen roaming last_use "
+           "modem_download_bytes modem_upload_bytes";
     QTest::newRow("reason") << keysOf(toJson(reasonRow(1, 5, "a")))
                             << "at reason type device download_bytes upload_bytes seconds";
 }
@@ -91,6 +94,16 @@ void tst_VelqctlJson::rowsKeepTheirKeys()
         at = found;
     }
     QCOMPARE(object(text.toStdString()).size(), keys.split(' ').size());
+}
+
+void tst_VelqctlJson::aModemsOwnFiguresAreThereOrNull()
+{
+    VELQ_Device device = deviceRow("sim:1/2", "EM", "wwan0");
+    device.modemDownload = 5;
+    QVERIFY(object(toJson(device).dump())["modem_download_bytes"].isNull());
+    device.hasModemFigures = 1;
+    QCOMPARE(object(toJson(device).dump())["modem_download_bytes"].toInt(), 5);
+    QCOMPARE(object(toJson(device).dump())["modem_upload_bytes"].toInt(-1), 0);
 }
 
 void tst_VelqctlJson::hoursHaveTheirBeginning()
