@@ -62,8 +62,10 @@ Outcome run(const Command &command)
     if (change)
         writeBooks();
     outcome = withStoreProblem(std::move(outcome), storeState());
-    if (change && outcome.code != ExitCode::Good)
+    if (change && outcome.code != ExitCode::Good && !outcome.output.empty()) {
         outcome.output.clear(); // it says that it is done
+        outcome.message = "this was not done: " + outcome.message;
+    }
     return outcome;
 }
 

@@ -341,7 +341,8 @@ void tst_Velqctl::aStoreThatCannotBeIsAFailure()
     const Answer change
         = velqctl(below, { "correct", "daily", "--download", "1", "--upload", "1" });
     QCOMPARE(change.code, 1);
-    QVERIFY2(change.output.isEmpty(), change.output.constData()); // it is not done
+    QVERIFY2(change.output.isEmpty(), change.output.constData());
+    QVERIFY2(change.message.contains("not done"), change.message.constData());
     const Answer doctor = velqctl(below, { "doctor" });
     QCOMPARE(doctor.code, 1);
     QVERIFY2(doctor.output.contains("error    store"), doctor.output.constData());
