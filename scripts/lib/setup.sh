@@ -13,7 +13,9 @@ program|pkg-config|pkg-config
 program|qt6-base-dev|Qt 6.4 or later: Core, Gui, Widgets, Test
 program|qt6-tools-dev|Qt 6 LinguistTools for CMake
 program|qt6-l10n-tools|Qt 6 lrelease, which compiles the translations
+program|libcli11-dev|CLI11, command lines
 program|libmnl-dev|libmnl, messages to and from the kernel
+program|nlohmann-json3-dev|JSON for Modern C++
 program|libsqlite3-dev|SQLite 3
 program|libsystemd-dev|sd-bus, messages to and from NetworkManager and ModemManager
 program|fonts-dejavu-core|a font that the pictures can be drawn with
