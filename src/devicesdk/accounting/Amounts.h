@@ -14,14 +14,17 @@ struct Amounts
 
     void add(const Amounts &other)
     {
-        download += other.download;
-        upload += other.upload;
-        timeMs += other.timeMs;
-        anyMs += other.anyMs;
+        addTo(download, other.download);
+        addTo(upload, other.upload);
+        addTo(timeMs, other.timeMs);
+        addTo(anyMs, other.anyMs);
     }
     void subtract(const Amounts &other)
     {
-        add({ -other.download, -other.upload, -other.timeMs, -other.anyMs });
+        subtractFrom(download, other.download);
+        subtractFrom(upload, other.upload);
+        subtractFrom(timeMs, other.timeMs);
+        subtractFrom(anyMs, other.anyMs);
     }
     [[nodiscard]] bool isZero() const
     {
@@ -31,6 +34,19 @@ struct Amounts
     {
         return download == other.download && upload == other.upload && timeMs == other.timeMs
             && anyMs == other.anyMs;
+    }
+
+private:
+    // No traffic is that large, but what an operator or a store says may be: it stays at the limit.
+    static void addTo(std::int64_t &sum, std::int64_t amount)
+    {
+        if (__builtin_add_overflow(sum, amount, &sum))
+            sum = amount > 0 ? INT64_MAX : INT64_MIN;
+    }
+    static void subtractFrom(std::int64_t &sum, std::int64_t amount)
+    {
+        if (__builtin_sub_overflow(sum, amount, &sum))
+            sum = amount < 0 ? INT64_MAX : INT64_MIN;
     }
 };
 

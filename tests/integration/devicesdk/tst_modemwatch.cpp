@@ -1,10 +1,9 @@
 #include "modem/NetworkManager.h"
 #include "modem/NetworkWatcher.h"
 
-#include <QProcess>
 #include <QtTest>
 
-#include <csignal>
+#include "MockServices.h"
 
 using velq::connectInterface;
 using velq::ConnectResult;
@@ -13,6 +12,7 @@ using velq::DisconnectResult;
 using velq::ModemFacts;
 using velq::NetworkFacts;
 using velq::NetworkWatcher;
+using namespace MockServices;
 
 //! The facts with the real NetworkManager and a modem; run by with_networkmanager.sh --modem.
 class tst_ModemWatch : public QObject
@@ -43,40 +43,6 @@ namespace {
 constexpr int kReconnects = 50;
 constexpr std::uint32_t kModemType = 8;
 constexpr const char *kSim = "89000123456789012341";
-
-bool run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, arguments);
-    return process.waitForFinished(15000) && process.exitCode() == 0;
-}
-
-//! Has the stand-in for ModemManager do something.
-bool mock(const QString &method, const QStringList &arguments = {})
-{
-    return run(QStringLiteral("dbus-send"),
-               QStringList { QStringLiteral("--system"), QStringLiteral("--print-reply"),
-                             QStringLiteral("--dest=org.freedesktop.ModemManager1"),
-                             QStringLiteral("/org/freedesktop/ModemManager1"),
-                             QStringLiteral("org.freedesktop.DBus.Mock.") + method }
-                   + arguments);
-}
-
-bool startService(const char *name)
-{
-    return run(qEnvironmentVariable("NETINFO_STARTER"),
-               { QStringLiteral("--start"), QString::fromLatin1(name) });
-}
-
-bool killService(const char *name)
-{
-    QFile file(qEnvironmentVariable("NETINFO_SERVICES") + QStringLiteral("/%1.pid").arg(name));
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const pid_t process = file.readAll().trimmed().toInt();
-    return process > 1 && kill(process, SIGKILL) == 0;
-}
 
 ModemFacts modemOf(const NetworkFacts &facts)
 {
