@@ -149,7 +149,7 @@ void Engine::sampleLocked()
         m_accountant.use(m_named.empty() ? m_ledger.setting(kDeviceSetting) : m_named);
     }
     const std::lock_guard<std::mutex> guard(m_mutex);
-    m_ledger.book(m_accountant.advance(news, facts, bootNs), moment);
+    m_ledger.book(m_accountant.advance(news, facts, bootNs), moment, takeovers);
 }
 
 void Engine::tick()

@@ -160,10 +160,11 @@ void Ledger::redate(const Moment &moment)
     m_pending.reasons.push_back(std::move(reason));
 }
 
-void Ledger::book(const BookingBatch &batch, const Moment &moment)
+void Ledger::book(const BookingBatch &batch, const Moment &moment,
+                  const std::optional<std::uint64_t> &takeovers)
 {
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    if (m_shared)
+    if (m_shared || (takeovers && *takeovers != m_takeovers))
         return;
     redate(moment);
     for (const Booking &booking : batch.bookings) {

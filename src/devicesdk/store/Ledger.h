@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,12 @@ class Ledger
 public:
     explicit Ledger(LedgerOptions options);
 
-    //! Adds what one look found. Never waits for the disk.
-    void book(const BookingBatch &batch, const Moment &moment);
+    /*!
+     * Adds what one look found. Never waits for the disk. Given \a takeovers, of before the look,
+     * nothing is added if this process has begun to count since: marks() has it all then.
+     */
+    void book(const BookingBatch &batch, const Moment &moment,
+              const std::optional<std::uint64_t> &takeovers = {});
     //! Adds a past to a new ledger.
     void seed(const HourAmounts &past);
     //! Writes what is pending; opens or mends the store first where that is needed.

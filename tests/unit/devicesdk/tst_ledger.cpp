@@ -523,6 +523,12 @@ void tst_Ledger::takingOverIsTold()
     second.commit();
     QVERIFY(!second.isShared());
     QCOMPARE(second.takeovers(), before + 1);
+    velq::BookingBatch batch; // of a look that was taken before
+    batch.bookings.push_back({ kDevice, 0, { 5, 0, 0, 0 } });
+    second.book(batch, momentOf(kNow), before);
+    QCOMPARE(download(second), std::int64_t(0));
+    second.book(batch, momentOf(kNow), before + 1);
+    QCOMPARE(download(second), std::int64_t(5));
     QCOMPARE(second.setting("device"), std::string("y"));
 }
 
