@@ -44,13 +44,15 @@ std::vector<VELQ_Device> allDevices(Engine &engine, const std::vector<StoredDevi
     for (auto it = stored.rbegin(); it != stored.rend(); ++it) {
         if (it->note.key == kOperatorDevice)
             continue;
-        const VELQ_Device device = deviceOf(it->note);
+        VELQ_Device device = deviceOf(it->note);
+        device.lastUse = it->seen;
         const auto known = std::find_if(all.begin(), all.end(), [&](const VELQ_Device &other) {
             return std::strcmp(other.key, device.key) == 0;
         });
         if (known == all.end())
             all.push_back(device);
-        (known == all.end() ? all.back() : *known).lastUse = it->seen;
+        else
+            known->lastUse = device.lastUse;
     }
     return all;
 }
