@@ -114,7 +114,8 @@ void addRegistration(ModemFacts &facts, const PropertyMap &modem, const Property
     const std::uint64_t state = numberOf(modem, "State");
     facts.registered
         = isKnown ? row != std::end(kRegistrations) : state >= kRegistered && state <= kConnected;
-    facts.roaming = row != std::end(kRegistrations) && row->roaming;
+    facts.placed = row != std::end(kRegistrations);
+    facts.roaming = facts.placed && row->roaming;
     facts.operatorName = textOf(network, "OperatorName");
 }
 
@@ -144,7 +145,9 @@ ModemFacts factsOf(const ObjectTree &tree, const std::string &path, const Proper
     facts.model = textOf(modem, "Model");
     facts.netPorts = listOf(modem, "Ports");
     facts.connected = numberOf(modem, "State") == kConnected;
-    const PropertyMap &sim = propertiesOf(tree, textOf(modem, "Sim"), kSim);
+    const std::string simPath = textOf(modem, "Sim");
+    const PropertyMap &sim = propertiesOf(tree, simPath, kSim);
+    facts.simPending = isObject(simPath) && tree.count({ simPath, kSim }) == 0;
     facts.simId = textOf(sim, "SimIdentifier");
     facts.imsi = textOf(sim, "Imsi");
     addRegistration(facts, modem, propertiesOf(tree, path, kModem3gpp));

@@ -13,6 +13,7 @@ struct ModemFacts
     std::string equipmentId; //!< IMEI, or what the modem has in its place
     std::string deviceId; //!< stays the same over restarts and ports
     std::string simId; //!< ICCID; empty without a SIM, or while it is locked
+    bool simPending = false; //!< there is a SIM that has not been read yet
     std::string imsi;
     std::string model;
     std::string operatorName;
@@ -20,6 +21,7 @@ struct ModemFacts
     std::vector<std::string> netPorts; //!< network interfaces of the modem, connected or not
     bool connected = false;
     bool registered = false;
+    bool placed = false; //!< roaming is known: registered at home or abroad
     bool roaming = false; //!< only while registered
     bool hasStats = false; //!< the bearer's own figures follow; they may be ten seconds old
     std::uint64_t bearerDownload = 0;

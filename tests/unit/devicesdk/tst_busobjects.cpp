@@ -11,6 +11,7 @@ class tst_BusObjects : public QObject
 private slots:
     void aModemIsDescribedByItsObjects();
     void withoutObjectsThereAreNoFacts();
+    void aSimThatHasNotAnsweredIsPending();
     void registrations_data();
     void registrations();
     void modemStates_data();
@@ -117,6 +118,7 @@ void tst_BusObjects::aModemIsDescribedByItsObjects()
     QCOMPARE(modem.interface, std::string("wwan0"));
     QCOMPARE(modem.netPorts, std::vector<std::string> { "wwan0" });
     QVERIFY(modem.connected && modem.registered && !modem.roaming && modem.hasStats);
+    QVERIFY(modem.placed && !modem.simPending);
     QCOMPARE(modem.bearerDownload, std::uint64_t(5));
     QCOMPARE(modem.bearerUpload, std::uint64_t(6));
     QCOMPARE(modem.bearerSeconds, std::uint32_t(7));
@@ -130,6 +132,15 @@ void tst_BusObjects::withoutObjectsThereAreNoFacts()
     ObjectTree tree = modemTree();
     tree.erase({ kModem, kModemInterface });
     QVERIFY(modemFacts(tree).empty()); // listed, but it has not answered
+}
+
+void tst_BusObjects::aSimThatHasNotAnsweredIsPending()
+{
+    ObjectTree tree = modemTree();
+    tree.erase({ "/sim", kService + ".Sim" });
+    QVERIFY(modemFacts(tree).front().simPending);
+    tree[{ kModem, kModemInterface }]["Sim"] = text("/"); // there is none
+    QVERIFY(!modemFacts(tree).front().simPending);
 }
 
 void tst_BusObjects::registrations_data()
@@ -160,6 +171,7 @@ void tst_BusObjects::registrations()
     const ModemFacts modem = modemFacts(tree).front();
     QTEST(modem.registered, "registered");
     QTEST(modem.roaming, "roaming");
+    QTEST(modem.placed, "registered");
 }
 
 void tst_BusObjects::modemStates_data()
@@ -185,6 +197,7 @@ void tst_BusObjects::modemStates()
     const ModemFacts modem = modemFacts(tree).front();
     QTEST(modem.connected, "connected");
     QTEST(modem.registered, "registered");
+    QVERIFY(!modem.placed); // nobody says whether that is abroad
     QCOMPARE(modem.interface.empty(), !modem.connected);
     QCOMPARE(modem.hasStats, modem.connected);
 }
