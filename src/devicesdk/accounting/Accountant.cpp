@@ -173,11 +173,11 @@ void Accountant::identifyOne(TrackedLink &tracked, const NetworkFacts &facts)
 {
     resume(tracked);
     const ModemFacts *const modem = modemOfInterface(facts, tracked.link().name);
-    if (modem)
+    if (modem && modem->placed) // else it is where it was
         tracked.roaming = modem->roaming;
     // A modem stays the one it was while nobody can say which it is.
     DeviceNote note = identify(tracked.link(), facts);
-    if (!modem && isModemKey(tracked.note.key)) {
+    if ((!modem || modem->simPending) && isModemKey(tracked.note.key)) {
         note.key = tracked.note.key;
         note.label = tracked.note.label;
     }
@@ -210,14 +210,30 @@ void Accountant::claim(TrackedLink &tracked, BookingBatch &batch)
 {
     if (!tracked.last() || !isStableKey(tracked.note.key))
         return;
+    if (!tracked.gone && isBeside(tracked))
+        return;
     std::vector<LinkId> present;
     for (const TrackedLink &other : m_links)
         present.push_back(idOf(other.link()));
-    const auto mark = m_recovery.takeEarlierLife(tracked.note.key, present);
+    const auto mark = m_recovery.takeEarlierLife(tracked.note.key, idOf(tracked.link()), present);
     if (!mark)
         return;
     tracked.claimAll();
     batch.settled.push_back(mark->id);
+}
+
+bool Accountant::isBeside(const TrackedLink &tracked) const
+{
+    Links links;
+    std::vector<int> same;
+    for (const TrackedLink &other : m_links) {
+        if (other.note.key != tracked.note.key)
+            continue;
+        links[other.link().index] = other.link();
+        same.push_back(other.link().index);
+    }
+    same = withoutDoubles(links, std::move(same));
+    return std::find(same.begin(), same.end(), tracked.link().index) == same.end();
 }
 
 void Accountant::settleUnclaimed(BookingBatch &batch)
@@ -236,7 +252,8 @@ std::vector<int> Accountant::countedLinks(const NetworkFacts &facts) const
         if (isUsed(tracked))
             named.push_back(link.index);
     }
-    return m_used.empty() ? uplinks(links, m_routes, facts) : named;
+    return m_used.empty() ? uplinks(links, m_routes, facts)
+                          : withoutDoubles(links, std::move(named));
 }
 
 bool Accountant::isUsed(const TrackedLink &tracked) const

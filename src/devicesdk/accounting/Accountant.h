@@ -72,6 +72,8 @@ private:
     void identifyOne(TrackedLink &tracked, const NetworkFacts &facts);
     void resume(TrackedLink &tracked);
     void claim(TrackedLink &tracked, BookingBatch &batch);
+    //! Another link of its device has its bytes as well.
+    [[nodiscard]] bool isBeside(const TrackedLink &tracked) const;
     void settleUnclaimed(BookingBatch &batch);
     //! The links that count now, the chosen one first.
     [[nodiscard]] std::vector<int> countedLinks(const NetworkFacts &facts) const;

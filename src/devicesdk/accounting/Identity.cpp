@@ -34,7 +34,8 @@ DeviceNote identify(const Link &link, const NetworkFacts &facts)
     note.interface = link.name;
     note.label = link.name;
     note.type = link.wireless ? 1 : 0;
-    if (const ModemFacts *modem = modemOfInterface(facts, link.name)) {
+    const ModemFacts *const modem = modemOfInterface(facts, link.name);
+    if (modem && !modem->simPending) {
         note.key = keyOf(*modem);
         if (const std::string label = labelOf(*modem); !label.empty())
             note.label = label;

@@ -7,6 +7,16 @@
 
 namespace velq {
 
+namespace {
+
+//! The kernel numbers instances as it makes them.
+bool isOlder(const LinkId &link, const LinkId &other)
+{
+    return link.boot == other.boot && link.instance != 0 && link.instance < other.instance;
+}
+
+} // namespace
+
 Recovery::Recovery(std::string boot, std::vector<LinkMark> marks)
     : m_boot(std::move(boot))
     , m_marks(std::move(marks))
@@ -33,11 +43,11 @@ std::optional<LinkMark> Recovery::takeSameLink(const Link &link)
     }));
 }
 
-std::optional<LinkMark> Recovery::takeEarlierLife(const std::string &device,
+std::optional<LinkMark> Recovery::takeEarlierLife(const std::string &device, const LinkId &link,
                                                   const std::vector<LinkId> &present)
 {
     return take(std::find_if(m_marks.begin(), m_marks.end(), [&](const LinkMark &mark) {
-        return mark.device == device
+        return mark.device == device && !isOlder(link, mark.id)
             && std::find(present.begin(), present.end(), mark.id) == present.end();
     }));
 }

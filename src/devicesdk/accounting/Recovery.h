@@ -22,9 +22,11 @@ public:
     [[nodiscard]] std::optional<LinkMark> takeSameLink(const Link &link);
     /*!
      * The mark of an earlier life of \a device, whose link is gone now: all that the new link has
-     * counted since it was made is not booked yet. Taken out; nothing when there is none.
+     * counted since it was made is not booked yet. A link that was there beside the one that is
+     * gone is not meant. Taken out; nothing when there is none.
      */
     [[nodiscard]] std::optional<LinkMark> takeEarlierLife(const std::string &device,
+                                                          const LinkId &link,
                                                           const std::vector<LinkId> &present);
     //! The mark of a link that is gone: for the next life of its device.
     void add(const LinkMark &mark);

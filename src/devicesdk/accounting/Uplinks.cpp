@@ -149,4 +149,17 @@ std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &ro
     return resolver.found();
 }
 
+std::vector<int> withoutDoubles(const Links &links, std::vector<int> same)
+{
+    const std::vector<int> all = same;
+    for (const int index : all) {
+        const Link &upper = links.at(index);
+        if (std::find(all.begin(), all.end(), upper.lowerIndex) == all.end())
+            continue;
+        const int other = isAboveOther(upper) ? index : upper.lowerIndex;
+        same.erase(std::remove(same.begin(), same.end(), other), same.end());
+    }
+    return same;
+}
+
 } // namespace velq

@@ -19,4 +19,10 @@ using Links = std::map<int, Link>; //!< by index
 [[nodiscard]] std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &routes,
                                        const NetworkFacts &facts);
 
+/*!
+ * \a same, links of one device, without those whose bytes are on another of them as well: a VLAN or
+ * the like stands for the link below, any other link has its own before the one that carries it.
+ */
+[[nodiscard]] std::vector<int> withoutDoubles(const Links &links, std::vector<int> same);
+
 } // namespace velq

@@ -27,6 +27,10 @@ private slots:
     void aFirstProcessThatLookedLaterIsNotBookedAgain();
     void marksThatNobodyCanClaimAreSettled();
     void aDeviceThatWentKeepsItsMark();
+    void theLinkThatCarriesAModemsConnectionIsNotItsNextLife();
+    void theCarrierIsNotCountedBesideTheConnection();
+    void aLinkThatWasThereBesideTheLastOneIsNotItsNextLife();
+    void aModemThatIsNotFullyKnownYetChangesNothing();
 };
 
 namespace {
@@ -56,6 +60,7 @@ std::shared_ptr<NetworkFacts> modem(const std::string &sim, bool roaming = false
     modem.operatorName = "Test";
     modem.interface = "wwan0";
     modem.connected = true;
+    modem.placed = true;
     modem.roaming = roaming;
     facts->bus = facts->modemManager = true;
     facts->modems.push_back(modem);
@@ -296,6 +301,132 @@ void tst_Recovery::aDeviceThatWentKeepsItsMark()
     (void)script.look();
     QCOMPARE(script.booked().download, qint64(5)); // it came back under our eyes: nothing to add
     QCOMPARE(script.batch.settled.front().instance, quint64(33));
+}
+
+namespace {
+
+//! A modem whose connections are links of their own over "wwan0".
+std::shared_ptr<NetworkFacts> multiplexed(const std::string &interface)
+{
+    auto facts = modem("8949");
+    facts->modems[0].netPorts = { "wwan0" };
+    facts->modems[0].interface = interface;
+    facts->modems[0].connected = !interface.empty();
+    return facts;
+}
+
+Link connection(int index, std::uint64_t instance)
+{
+    Link link = LinkScript::link("qmapmux0.0", index, instance);
+    link.kind = "rmnet";
+    link.lowerIndex = 3;
+    return link;
+}
+
+} // namespace
+
+void tst_Recovery::theLinkThatCarriesAModemsConnectionIsNotItsNextLife()
+{
+    LinkScript script;
+    script.find(LinkScript::link("wwan0"), 5000, 5000);
+    script.find(connection(7, 70), 4000, 4000);
+    script.facts = multiplexed("qmapmux0.0");
+    script.routeBy({ 7 });
+    (void)script.look();
+    script.count(3, 6000, 6000);
+    script.count(7, 5000, 5000);
+    QCOMPARE(script.look().bookings.size(), std::size_t(1));
+    QCOMPARE(script.bookedFor(kModem).download, qint64(1000));
+
+    script.go(7); // a reconnect: the link goes, what carried it stays
+    script.facts = multiplexed({});
+    script.routeBy({});
+    (void)script.look();
+    script.appear(connection(8, 80));
+    script.facts = multiplexed("qmapmux0.0");
+    script.routeBy({ 8 });
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(script.look().reasons.empty());
+        QCOMPARE(script.booked().download, qint64(0));
+    }
+}
+
+void tst_Recovery::aLinkThatWasThereBesideTheLastOneIsNotItsNextLife()
+{
+    // The connection's link was made anew while nobody counted: it brings its whole counter, and
+    // what has carried all connections does not.
+    LinkScript script({ mark(kModem, 4000, 4000, "boot", 7, 70) });
+    script.find(LinkScript::link("wwan0"), 9000, 9000);
+    script.find(connection(8, 80), 300, 300);
+    script.facts = multiplexed("qmapmux0.0");
+    script.routeBy({ 8 });
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(300));
+
+    // Nor does it while there is no connection; the mark waits.
+    LinkScript down({ mark(kModem, 4000, 4000, "boot", 7, 70) });
+    down.find(LinkScript::link("wwan0"), 9000, 9000);
+    down.facts = multiplexed({});
+    (void)down.look();
+    QVERIFY(down.booked().isZero());
+    QVERIFY(down.batch.settled.empty());
+}
+
+void tst_Recovery::theCarrierIsNotCountedBesideTheConnection()
+{
+    LinkScript script;
+    script.accountant.use(kModem);
+    script.find(LinkScript::link("wwan0"), 5000, 5000);
+    script.find(connection(7, 70), 4000, 4000);
+    script.facts = multiplexed("qmapmux0.0");
+    (void)script.look();
+    script.count(3, 6000, 6000);
+    script.count(7, 5000, 5000);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(1000));
+    QCOMPARE(script.accountant.live().interface, std::string("qmapmux0.0"));
+
+    // A link of a kind that shares the address of the hardware stands for it.
+    LinkScript other;
+    other.accountant.use(kHardware);
+    other.find(hardware(), 5000, 5000);
+    Link above = hardware(44);
+    above.index = 4;
+    above.name = "macsec0";
+    above.kind = "macsec";
+    above.lowerIndex = 3;
+    other.find(above, 100, 100);
+    (void)other.look();
+    other.count(3, 6000, 6000);
+    other.count(4, 1000, 1000);
+    (void)other.look();
+    QCOMPARE(other.booked().download, qint64(1000));
+    QCOMPARE(other.accountant.live().interface, std::string("wwan0"));
+}
+
+void tst_Recovery::aModemThatIsNotFullyKnownYetChangesNothing()
+{
+    LinkScript script;
+    script.find(hardware(), 100, 0);
+    script.facts = modem("8949", true);
+    script.routeBy({ 3 });
+    (void)script.look();
+    // The service starts anew: the modem is there before its SIM and its network are.
+    script.facts = modem({}, false);
+    script.facts->modems[0].simPending = true;
+    script.facts->modems[0].placed = false;
+    script.count(3, 200, 0);
+    (void)script.look();
+    QCOMPARE(script.bookedFor(kModem).download, qint64(100));
+    QVERIFY(velq::isRoaming(script.batch.bookings[0].use));
+    QVERIFY(script.batch.devices.empty());
+    // A modem that nobody has known before waits for its SIM.
+    LinkScript other;
+    other.find(hardware(), 100, 0);
+    other.facts = script.facts;
+    other.routeBy({ 3 });
+    (void)other.look();
+    QCOMPARE(other.batch.devices[0].key, kHardware);
 }
 
 QTEST_GUILESS_MAIN(tst_Recovery)
