@@ -369,8 +369,7 @@ std::vector<PresentDevice> Accountant::present() const
 {
     std::vector<PresentDevice> devices;
     for (const TrackedLink &tracked : m_links) {
-        const bool hardware = tracked.link().kind.empty() && !tracked.link().loopback;
-        if (!hardware && !isCounted(tracked.link().index))
+        if (!isHardware(tracked.link()) && !isCounted(tracked.link().index))
             continue;
         PresentDevice device;
         device.note = tracked.note;

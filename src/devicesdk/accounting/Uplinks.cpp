@@ -19,9 +19,9 @@ bool isOneOf(const std::string &kind, const char *const (&kinds)[Size])
 bool isTunnel(const Link &link)
 {
     constexpr const char *kKinds[]
-        = { "tun",    "wireguard", "ipip",   "sit",       "gre",  "gretap",
-            "ip6tnl", "ip6gre",    "vti",    "ip6gretap", "vti6", "xfrm",
-            "vxlan",  "geneve",    "erspan", "fou",       "ipvti" };
+        = { "tun",    "wireguard", "ipip",      "sit",  "gre",     "gretap", "ip6tnl",
+            "ip6gre", "vti",       "ip6gretap", "vti6", "xfrm",    "vxlan",  "geneve",
+            "erspan", "fou",       "ipvti",     "ovpn", "ovpn-dco" };
     return isOneOf(link.kind, kKinds);
 }
 
@@ -35,6 +35,13 @@ bool isAboveOther(const Link &link)
 {
     constexpr const char *kKinds[] = { "vlan", "macvlan", "macvtap", "ipvlan", "ipvtap", "macsec" };
     return isOneOf(link.kind, kKinds);
+}
+
+// Over a serial line it has its bytes alone, over another link (PPPoE, L2TP, PPTP) it shares them;
+// the kernel does not say which.
+bool isPointToPoint(const Link &link)
+{
+    return link.kind == "ppp";
 }
 
 /*! Follows links down to those whose bytes travel over no other one. */
@@ -57,7 +64,20 @@ public:
                 add(index);
         }
     }
-    //! What nothing else carries, as far as anybody can see.
+    void addModem(const std::string &name)
+    {
+        for (const auto &[index, link] : m_links) {
+            if (!name.empty() && link.name == name)
+                isPointToPoint(link) ? append(index) : add(index); // it is known what it is over
+        }
+    }
+    //! Those that are over no other link that was found, as far as anybody can see.
+    void addPointToPoint()
+    {
+        for (const int index : m_pointToPoint)
+            append(index);
+    }
+    //! What nothing else carries.
     void addTunnels()
     {
         for (const int index : m_tunnels)
@@ -86,6 +106,8 @@ private:
         const Link &link = it->second;
         if (isTunnel(link))
             m_tunnels.push_back(index);
+        else if (isPointToPoint(link))
+            m_pointToPoint.push_back(index);
         else if (isMaster(link))
             resolvePorts(index, depth);
         else if (isAboveOther(link) && m_links.count(link.lowerIndex) != 0)
@@ -122,9 +144,15 @@ private:
     const Links &m_links;
     std::vector<int> m_found;
     std::vector<int> m_tunnels;
+    std::vector<int> m_pointToPoint;
 };
 
 } // namespace
+
+bool isHardware(const Link &link)
+{
+    return (link.kind.empty() || link.kind == "wwan") && !link.loopback;
+}
 
 std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &routes,
                          const NetworkFacts &facts)
@@ -132,15 +160,17 @@ std::vector<int> uplinks(const Links &links, const std::vector<DefaultRoute> &ro
     Resolver resolver(links);
     for (const ModemFacts &modem : facts.modems) {
         if (modem.connected)
-            resolver.addByName(modem.interface);
+            resolver.addModem(modem.interface);
     }
     resolver.addByName(facts.primaryInterface);
     for (const DefaultRoute &route : routes)
         resolver.add(route.index);
+    if (resolver.isEmpty())
+        resolver.addPointToPoint();
     // A tunnel alone has the routes: what it travels over is one of the hardware links then.
     if (resolver.isEmpty() && resolver.sawTunnel()) {
         for (const auto &[index, link] : links) {
-            if (link.kind.empty() && link.up && !link.loopback)
+            if (isHardware(link) && link.up)
                 resolver.add(index);
         }
     }

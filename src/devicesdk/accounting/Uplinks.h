@@ -10,6 +10,9 @@ namespace velq {
 
 using Links = std::map<int, Link>; //!< by index
 
+//! Whether a link is a device of its own; modems may have a kind nevertheless.
+[[nodiscard]] bool isHardware(const Link &link);
+
 /*!
  * The links that carry what leaves the computer, each byte on one of them only, the preferred
  * first: a connected modem's, then that of NetworkManager's primary connection, then those of the

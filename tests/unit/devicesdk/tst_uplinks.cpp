@@ -21,6 +21,8 @@ private slots:
     void aTunnelOverACountedDeviceIsNotAddedAgain();
     void aTunnelAloneStandsForTheHardwareThatIsUp();
     void aTunnelCountsWhereThereIsNothingElse();
+    void pointToPointCountsUnlessItMayBeATunnel();
+    void aModemWithAKindIsHardware();
     void aBridgeStandsForItsPorts();
     void aBridgeOfGuestsCountsItself();
     void aVlanStandsForTheLinkBelow();
@@ -92,9 +94,12 @@ void tst_Uplinks::aConnectedModemComesFirstThenThePrimaryConnection()
 
 void tst_Uplinks::aTunnelOverACountedDeviceIsNotAddedAgain()
 {
-    const Links all
-        = links({ { 2, "eth0", "" }, { 9, "wg0", "wireguard" }, { 10, "tun0", "tun" } });
-    QVERIFY((uplinks(all, routes({ 10, 9, 2 }), {}) == Found { 2 }));
+    const Links all = links({ { 2, "eth0", "" },
+                              { 9, "wg0", "wireguard" },
+                              { 10, "tun0", "tun" },
+                              { 11, "ovpn0", "ovpn" },
+                              { 12, "dco0", "ovpn-dco" } });
+    QVERIFY((uplinks(all, routes({ 12, 11, 10, 9, 2 }), {}) == Found { 2 }));
 }
 
 void tst_Uplinks::aTunnelAloneStandsForTheHardwareThatIsUp()
@@ -110,6 +115,30 @@ void tst_Uplinks::aTunnelCountsWhereThereIsNothingElse()
 {
     const Links all = links({ { 1, "lo", "" }, { 10, "tun0", "tun" } });
     QVERIFY((uplinks(all, routes({ 10 }), {}) == Found { 10 }));
+}
+
+void tst_Uplinks::pointToPointCountsUnlessItMayBeATunnel()
+{
+    const Links all
+        = links({ { 2, "eth0", "" }, { 9, "ppp0", "ppp" }, { 10, "wg0", "wireguard" } });
+    QVERIFY((uplinks(all, routes({ 9 }), {}) == Found { 9 })); // PPPoE, or a serial line
+    QVERIFY((uplinks(all, routes({ 10, 9 }), {}) == Found { 9 }));
+    QVERIFY((uplinks(all, routes({ 9, 2 }), {}) == Found { 2 })); // L2TP, PPTP
+    NetworkFacts facts;
+    facts.modems.resize(1);
+    facts.modems[0].interface = "ppp0";
+    facts.modems[0].connected = true;
+    QVERIFY((uplinks(all, routes({ 9, 2 }), facts) == Found { 9, 2 }));
+}
+
+void tst_Uplinks::aModemWithAKindIsHardware()
+{
+    const Links all
+        = links({ { 1, "lo", "" }, { 4, "wwan0", "wwan" }, { 10, "wg0", "wireguard" } });
+    QVERIFY((uplinks(all, routes({ 10 }), {}) == Found { 4 }));
+    QVERIFY(velq::isHardware(all.at(4)));
+    QVERIFY(!velq::isHardware(all.at(1)));
+    QVERIFY(!velq::isHardware(all.at(10)));
 }
 
 void tst_Uplinks::aBridgeStandsForItsPorts()
