@@ -172,9 +172,8 @@ void Engine::thinOut()
     if (today == m_thinnedOut)
         return;
     m_thinnedOut = today;
-    constexpr std::int64_t kDaySeconds = 24 * kHourSeconds;
     if (const int days = m_keptDays; days > 0)
-        m_ledger.keepHoursFrom(hourStart(second - days * kDaySeconds));
+        m_ledger.thinOut(days, second);
 }
 
 void Engine::close()

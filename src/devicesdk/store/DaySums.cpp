@@ -1,6 +1,7 @@
 #include "store/DaySums.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace velq {
 
@@ -24,6 +25,12 @@ void DaySums::reset(int type)
         for (int use = type; use < kUseKinds; use += kConnectTypes)
             row.amounts[static_cast<std::size_t>(use)] = {};
     }
+}
+
+std::optional<Day> DaySums::latestBefore(Day day) const
+{
+    const auto row = lowerBound(day);
+    return row == m_rows.begin() ? std::nullopt : std::optional(std::prev(row)->day);
 }
 
 Amounts DaySums::sum(int type, const DaySpan &span) const

@@ -4,6 +4,7 @@
 #include "calendar/Period.h"
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace velq {
@@ -21,6 +22,8 @@ public:
     {
         m_rows.clear();
     }
+    //! The latest day before \a day of which anything is known.
+    [[nodiscard]] std::optional<Day> latestBefore(Day day) const;
     //! The sum of a connect type, at home and abroad.
     [[nodiscard]] Amounts sum(int type, const DaySpan &span) const;
     [[nodiscard]] Amounts sumOfUse(int use, const DaySpan &span) const;

@@ -13,7 +13,8 @@ namespace {
 constexpr const char *kHoursFrom = "hours_from"; // hours before have been thinned out to days
 constexpr std::int64_t kMsPerSecond = 1000;
 constexpr std::int64_t kLongMs = 60 * kMsPerSecond; // a pause, not a late look
-constexpr std::int64_t kTwoDays = 48 * kHourSeconds;
+constexpr std::int64_t kDaySeconds = 24 * kHourSeconds;
+constexpr std::int64_t kTwoDays = 2 * kDaySeconds;
 
 std::size_t at(int type)
 {
@@ -261,8 +262,11 @@ bool Ledger::totalsSince(std::int64_t second, Amounts &amounts)
     constexpr Day kLastDay = std::numeric_limits<Day>::max();
     const Day first = m_options.dayOf(second);
     // Hours that were thinned out count with their whole day.
-    const std::int64_t hoursFrom = std::strtoll(setting(kHoursFrom).c_str(), nullptr, 10);
-    const bool wholeDay = second < hoursFrom + kTwoDays;
+    bool wholeDay = false;
+    {
+        const std::lock_guard<std::mutex> guard(m_pendingMutex);
+        wholeDay = second < hoursFrom() + kTwoDays;
+    }
     Amounts sum;
     if (!wholeDay) {
         // Which hours belong to which day depends on where the computer was.
@@ -400,13 +404,27 @@ bool Ledger::setSetting(const std::string &name, const std::string &value)
     return true;
 }
 
-void Ledger::keepHoursFrom(std::int64_t second)
+void Ledger::thinOut(int days, std::int64_t now)
 {
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    if (m_shared)
+    // Yesterday and today may be what a wrong clock says; the use before was under another one.
+    const auto used = m_days.latestBefore(m_options.dayOf(now) - 1);
+    if (m_shared || !used)
         return;
-    m_pending.keepHoursFrom = second;
-    m_settings[kHoursFrom] = m_pending.settings[kHoursFrom] = std::to_string(second);
+    constexpr std::int64_t kPatienceDays = 4;
+    const std::int64_t latest = std::min(now, (*used + kPatienceDays) * kDaySeconds);
+    const std::int64_t from = hourStart(latest - days * kDaySeconds);
+    // What is gone stays gone when more is to be kept; after a clock that was ahead, up to now.
+    const std::int64_t before = std::min(hoursFrom(), now);
+    m_pending.keepHoursFrom = from;
+    m_settings[kHoursFrom] = m_pending.settings[kHoursFrom]
+        = std::to_string(std::max(from, before));
+}
+
+std::int64_t Ledger::hoursFrom() const
+{
+    const auto it = m_settings.find(kHoursFrom);
+    return it == m_settings.end() ? 0 : std::strtoll(it->second.c_str(), nullptr, 10);
 }
 
 std::string Ledger::backUp(const std::string &path)

@@ -76,8 +76,11 @@ public:
     [[nodiscard]] std::string setting(const std::string &name);
     //! False when another process owns the store.
     [[nodiscard]] bool setSetting(const std::string &name, const std::string &value);
-    //! Lets hours before \a second be thinned out to days with the next commit.
-    void keepHoursFrom(std::int64_t second);
+    /*!
+     * Lets hours that are older than \a days be thinned out to days with the next commit. A clock
+     * that is years ahead has to be so for some days before it takes any.
+     */
+    void thinOut(int days, std::int64_t now);
     [[nodiscard]] std::string backUp(const std::string &path);
 
     //! Grows when this process becomes the one that counts: marks() is what it has to go on from.
@@ -97,6 +100,7 @@ private:
     void bookLocked(const Booking &booking, const Moment &moment);
     void bookAt(std::int64_t second, const Booking &booking, const Moment &moment);
     void redate(const Moment &moment);
+    [[nodiscard]] std::int64_t hoursFrom() const;
     [[nodiscard]] bool readHours(const Span &span, HourAmounts &hours);
 
     const LedgerOptions m_options;

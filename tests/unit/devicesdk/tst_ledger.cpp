@@ -35,6 +35,7 @@ private slots:
     void timeAfterAPauseGoesToItsHours();
     void sumsSinceAnHour();
     void sumsSinceAnHourThatWasThinnedOutTakeTheDay();
+    void aClockThatIsYearsAheadForADayTakesNoHours();
     void marksReasonsAndSettingsAreStored();
     void hoursAndDaysArePlusPending();
     void aStoreThatWasSetAsideIsTold();
@@ -430,17 +431,52 @@ void tst_Ledger::sumsSinceAnHourThatWasThinnedOutTakeTheDay()
         Ledger ledger(ledgerOptions(folder.options()));
         book(ledger, 0, hour - 10 * 86400, { 100, 0, 0, 0 });
         book(ledger, 0, hour - 10 * 86400 + 3600, { 10, 0, 0, 0 });
+        book(ledger, 0, hour - 3 * 86400, { 1000, 0, 0, 0 });
         book(ledger, 0, hour, { 1, 0, 0, 0 });
-        ledger.keepHoursFrom(hour - 5 * 86400);
+        ledger.thinOut(5, hour);
+        ledger.commit();
+        ledger.thinOut(500, hour); // what is gone does not come back
         ledger.close();
     }
-    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour"), 1LL);
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour"), 2LL);
     Ledger ledger(ledgerOptions(folder.options()));
     Amounts since;
     QVERIFY(ledger.totalsSince(hour - 10 * 86400 + 3600, since));
-    QCOMPARE(since.download, std::int64_t(111));
+    QCOMPARE(since.download, std::int64_t(1111));
     QVERIFY(ledger.totalsSince(hour, since));
     QCOMPARE(since.download, std::int64_t(1));
+}
+
+void tst_Ledger::aClockThatIsYearsAheadForADayTakesNoHours()
+{
+    const StoreFolder folder;
+    const qint64 hour = velq::hourStart(kNow);
+    const qint64 ahead = hour + 9000 * qint64(86400);
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, hour - 86400, { 100, 0, 0, 0 });
+    book(ledger, 0, hour - 2 * 86400, { 1000, 0, 0, 0 });
+    ledger.commit();
+    for (const qint64 now : { ahead, ahead + 86400 }) {
+        velq::BookingBatch batch;
+        batch.bookings.push_back({ kDevice, 0, { 1, 0, 0, 0 } });
+        ledger.book(batch, { now, now - kBooted });
+        ledger.thinOut(730, now);
+        ledger.commit();
+        QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour WHERE download > 1"), 2LL);
+    }
+    Amounts since;
+    QVERIFY(ledger.totalsSince(hour - 86400, since));
+    QCOMPARE(since.download, std::int64_t(102));
+    // It stays there, so it is the right one.
+    ledger.thinOut(730, ahead + 3 * 86400);
+    ledger.commit();
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM hour WHERE download > 1"), 0LL);
+    QVERIFY(ledger.totalsSince(hour - 86400, since));
+    QCOMPARE(since.download, std::int64_t(102));
+    // Or it was not: what came since has its hours.
+    ledger.thinOut(730, hour);
+    QVERIFY(ledger.totalsSince(hour + 3 * 86400, since));
+    QCOMPARE(since.download, std::int64_t(2));
 }
 
 void tst_Ledger::marksReasonsAndSettingsAreStored()
