@@ -11,11 +11,21 @@ namespace {
 
 constexpr std::int64_t kStepSeconds = 60; // less is drift or a correction that no bucket notices
 constexpr std::int64_t kSettledSeconds = 3 * 24 * kHourSeconds;
+constexpr std::int64_t kForgottenSeconds = 31 * 24 * kHourSeconds; // a computer may run for years
 constexpr std::int64_t kPatienceSeconds = 24 * kHourSeconds; // until a clock counts as set
 
 bool isStep(std::int64_t offset, std::int64_t other)
 {
     return std::llabs(offset - other) > kStepSeconds;
+}
+
+//! The middle of what was booked, by the boot clock: it goes to one hour as a whole.
+std::int64_t middle(const RecentKey &key, const RecentRow &row)
+{
+    const std::int64_t began = row.bootSeconds + key.offset;
+    const std::int64_t left = key.home.start + kHourSeconds - 1 - began;
+    const std::int64_t lasted = std::min(row.amounts.timeMs / 1000, left);
+    return row.bootSeconds + std::max<std::int64_t>(0, lasted) / 2;
 }
 
 } // namespace
@@ -47,6 +57,26 @@ void RecentBook::book(std::int64_t offset, std::int64_t bootSeconds, const HourK
         it->second = { bootSeconds, home.start, home.day, {} };
     it->second.amounts.add(amounts);
     changes.recent[key] = it->second;
+    if (isNew)
+        forgetOld(bootSeconds, changes);
+}
+
+void RecentBook::forget(RecentRows::iterator &row, Changes &changes)
+{
+    changes.recent.erase(row->first);
+    changes.forgotten.insert(row->first);
+    row = m_rows.erase(row);
+}
+
+void RecentBook::forgetOld(std::int64_t bootSeconds, Changes &changes)
+{
+    for (auto it = m_rows.begin(); it != m_rows.end();) {
+        const auto &[key, row] = *it;
+        if (key.boot == m_boot && bootSeconds - row.bootSeconds > kForgottenSeconds)
+            forget(it, changes);
+        else
+            ++it;
+    }
 }
 
 bool RecentBook::isDue(const RecentKey &key, const RecentRow &row, std::int64_t offset,
@@ -81,7 +111,7 @@ std::vector<Move> RecentBook::date(std::int64_t offset, std::int64_t bootSeconds
         for (auto &[key, row] : m_rows) {
             if (!isDue(key, row, offset, bootSeconds))
                 continue;
-            const std::int64_t second = row.bootSeconds + offset;
+            const std::int64_t second = middle(key, row) + offset;
             if (isStep(offset, key.offset))
                 place(key, row, hourStart(second), m_dayOf(second), moves, changes);
             else
@@ -113,9 +143,7 @@ void RecentBook::settleEarlier(std::int64_t now, std::int64_t bootSeconds, std::
         }
         if (inFuture)
             place(key, row, hourStart(now), m_dayOf(now), moves, changes);
-        changes.recent.erase(key);
-        changes.forgotten.insert(key);
-        it = m_rows.erase(it);
+        forget(it, changes);
     }
 }
 
@@ -126,9 +154,7 @@ void RecentBook::reset(int type, Changes &changes)
             ++it;
             continue;
         }
-        changes.recent.erase(it->first);
-        changes.forgotten.insert(it->first);
-        it = m_rows.erase(it);
+        forget(it, changes);
     }
 }
 

@@ -20,7 +20,7 @@ struct Move
  * What was booked since the system started, so that a step of the wall clock can date it anew: the
  * boot clock knows when it was, and the newest wall clock is taken to be right. A clock that steps
  * away and back thus leaves no trace. What is older than three days stays where it is, unless that
- * is in the future now.
+ * is in the future now; what is older than a month is forgotten.
  */
 class RecentBook
 {
@@ -44,6 +44,10 @@ public:
     void reset(int type, Changes &changes);
 
 private:
+    //! Lets \a row, which becomes the next one, not move any more.
+    void forget(RecentRows::iterator &row, Changes &changes);
+    //! What is so old that no clock has been wrong since then.
+    void forgetOld(std::int64_t bootSeconds, Changes &changes);
     [[nodiscard]] bool isDue(const RecentKey &key, const RecentRow &row, std::int64_t offset,
                              std::int64_t bootSeconds) const;
     void place(const RecentKey &key, RecentRow &row, std::int64_t start, Day day,

@@ -16,7 +16,9 @@ private slots:
     void aDayAheadAndBackLeavesNoTrace();
     void aClockThatIsSetAtLastDatesEverythingAnew();
     void aSmallCorrectionMovesNothing();
+    void aStepOfMinutesKeepsWholeHoursInPlace();
     void whatIsOlderThanThreeDaysStays();
+    void whatIsOlderThanAMonthIsForgotten();
     void whatWouldBeInTheFutureMovesAnyway();
     void aStepWhileNobodyCountedIsNoticed();
     void afterABootTheFutureWaitsADay();
@@ -41,9 +43,9 @@ public:
     }
     void work(qint64 seconds)
     {
-        for (qint64 end = bootSeconds + seconds; bootSeconds < end; bootSeconds += 600) {
+        for (qint64 end = bootSeconds + seconds; bootSeconds < end; bootSeconds += step) {
             velq::BookingBatch batch;
-            batch.bookings.push_back({ kDevice, 0, { 1, 10, 0, 0 } });
+            batch.bookings.push_back({ kDevice, 0, { 1, 10, connectedMs, 0 } });
             ledger.book(batch, now());
         }
     }
@@ -82,6 +84,8 @@ public:
     }
 
     Ledger ledger;
+    qint64 step = 600; // seconds between two bookings
+    qint64 connectedMs = 0; // of each booking
     qint64 bootSeconds = 5000;
     qint64 offset = kBegin - 5000;
 };
@@ -156,6 +160,23 @@ void tst_ClockStep::aSmallCorrectionMovesNothing()
     QCOMPARE(desk.hours(), (Hours { { 0, 5 } }));
 }
 
+void tst_ClockStep::aStepOfMinutesKeepsWholeHoursInPlace()
+{
+    const StoreFolder folder;
+    Desk desk(folder);
+    desk.step = 60;
+    desk.connectedMs = 60000;
+    desk.bootSeconds += 60;
+    desk.work(2 * kHour - 60);
+    const Hours before = desk.hours();
+    desk.setClock(-120);
+    desk.look();
+    QCOMPARE(desk.hours(), before);
+    desk.setClock(-40 * 60); // most of an hour is in the one before now
+    desk.look();
+    QCOMPARE(desk.hours().first().first, before.first().first - 1);
+}
+
 void tst_ClockStep::whatIsOlderThanThreeDaysStays()
 {
     const StoreFolder folder;
@@ -168,6 +189,23 @@ void tst_ClockStep::whatIsOlderThanThreeDaysStays()
     QCOMPARE(desk.sum(0), qint64(6));
     QCOMPARE(desk.sum(4), qint64(0));
     QCOMPARE(desk.sum(5), qint64(6));
+}
+
+void tst_ClockStep::whatIsOlderThanAMonthIsForgotten()
+{
+    const StoreFolder folder;
+    Desk desk(folder);
+    for (int day = 0; day < 50; ++day) {
+        desk.work(600);
+        desk.bootSeconds += kDay - 600;
+    }
+    desk.ledger.commit();
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM recent"), 32LL);
+    QCOMPARE(desk.all(), qint64(50));
+    desk.setClock(-20 * kDay); // what is remembered does not stay in the future
+    desk.look();
+    QCOMPARE(desk.sum(35), qint64(0));
+    QCOMPARE(desk.all(), qint64(50));
 }
 
 void tst_ClockStep::whatWouldBeInTheFutureMovesAnyway()
