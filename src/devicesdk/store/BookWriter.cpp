@@ -72,14 +72,13 @@ const char *BookWriter::sqlOf(int query)
     return kQueries[query];
 }
 
-bool BookWriter::prepare(Database &database)
+int BookWriter::prepare(Database &database)
 {
     m_devices.clear();
-    for (int query = 0; query < QueryCount; ++query) {
-        if (m_statements[query].prepare(database, sqlOf(query)) != SQLITE_OK)
-            return false;
-    }
-    return true;
+    int code = SQLITE_OK;
+    for (int query = 0; code == SQLITE_OK && query < QueryCount; ++query)
+        code = m_statements[query].prepare(database, sqlOf(query));
+    return code;
 }
 
 void BookWriter::finalize()
@@ -143,7 +142,9 @@ int BookWriter::deviceNumber(const std::string &key, std::int64_t &number)
     if (code == SQLITE_ROW)
         number = m_devices[key] = find.integer(0);
     find.reset();
-    return code == SQLITE_ROW ? SQLITE_OK : SQLITE_CORRUPT;
+    if (code == SQLITE_DONE) // it was made just now
+        return SQLITE_CORRUPT;
+    return code == SQLITE_ROW ? SQLITE_OK : code;
 }
 
 int BookWriter::writeDevices(const Changes &changes)

@@ -12,7 +12,8 @@ namespace velq {
 class BookWriter
 {
 public:
-    [[nodiscard]] bool prepare(Database &database);
+    //! 0, or SQLite's code.
+    [[nodiscard]] int prepare(Database &database);
     void finalize();
     //! In a forked child, see Database::abandon().
     void abandon();

@@ -36,6 +36,7 @@ private slots:
     void anEmptyFileIsANewStore();
     void aFileThatIsRemovedIsBegunAnew();
     void aSecondWriterOnlyReads();
+    void onlyMissingTablesCountAsDamage();
     void theSecondWriterTakesOver();
     void damageDuringTheRunIsSetAside();
 };
@@ -410,6 +411,25 @@ void tst_Store::aFileThatIsRemovedIsBegunAnew()
     QCOMPARE(sumOf(store).download, std::int64_t(6));
     store.close();
     QCOMPARE(runSql(folder.file(), "SELECT download FROM hour"), 6LL);
+}
+
+void tst_Store::onlyMissingTablesCountAsDamage()
+{
+    velq::Database database;
+    QCOMPARE(database.open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE), SQLITE_OK);
+    {
+        velq::BookWriter writer;
+        QCOMPARE(writer.prepare(database), SQLITE_ERROR);
+        QCOMPARE(migrate(database, velq::schemaMigrations()), SQLITE_OK);
+        QCOMPARE(writer.prepare(database), SQLITE_OK);
+        writer.finalize();
+        const auto deny = [](void *, int, const char *, const char *, const char *, const char *) {
+            return SQLITE_DENY;
+        };
+        (void)sqlite3_set_authorizer(database.handle(), deny, nullptr);
+        QCOMPARE(writer.prepare(database), SQLITE_AUTH); // any failure that is none of the tables'
+        writer.finalize();
+    }
 }
 
 void tst_Store::aSecondWriterOnlyReads()
