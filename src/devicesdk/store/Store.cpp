@@ -60,6 +60,11 @@ std::string Store::path() const
     return m_options.directory + "/" + kStoreFileName;
 }
 
+std::string Store::lockPath() const
+{
+    return m_options.directory + "/" + kLockFileName;
+}
+
 void Store::open()
 {
     if (m_state == StoreState::Writable)
@@ -98,7 +103,7 @@ void Store::openMemory()
 {
     const int code = m_database.open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     if (code == SQLITE_OK && migrate(m_database, schemaMigrations()) == SQLITE_OK
-        && m_writer.prepare(m_database))
+        && m_writer.prepare(m_database) == SQLITE_OK)
         m_state = StoreState::Writable;
     else
         m_problem = "The usage figures cannot be kept: " + m_database.errorText() + ".";
@@ -113,7 +118,7 @@ void Store::openFile()
             + " cannot be created: " + reason(error) + ". Figures are kept in memory until it can.";
         return;
     }
-    switch (m_lock.take(m_options.directory + "/" + kLockFileName)) {
+    switch (m_lock.take(lockPath())) {
     case WriterLock::Result::Taken:
         openWritable();
         break;
@@ -199,11 +204,10 @@ int Store::checkWritable()
         code = m_database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     if (code == SQLITE_OK)
         code = migrate(m_database, schemaMigrations());
-    if (code == SQLITE_ERROR)
-        code = SQLITE_CORRUPT; // the tables that a step reads are not there
-    if (code == SQLITE_OK && !m_writer.prepare(m_database))
-        code = SQLITE_CORRUPT; // the number is right but the tables are not there
-    return code;
+    if (code == SQLITE_OK)
+        code = m_writer.prepare(m_database);
+    // The number is right but the tables are not there. Every other failure may pass.
+    return code == SQLITE_ERROR ? SQLITE_CORRUPT : code;
 }
 
 void Store::openForReading(StoreState state)
@@ -265,9 +269,10 @@ bool Store::isRemoved() const
 
 bool Store::commit(const Changes &changes)
 {
-    // Somebody removed or replaced the file: what is written to the old one would be lost.
+    // Somebody removed or replaced the file: what is written to the old one would be lost. Without
+    // the lock's file another process may count as well.
     if (m_state == StoreState::Writable && !m_options.inMemory
-        && !(fileIdentity(path()) == m_identity)) {
+        && (!(fileIdentity(path()) == m_identity) || !m_lock.isIn(lockPath()))) {
         dropConnection();
         m_lock.release(); // its file may be gone as well
     }

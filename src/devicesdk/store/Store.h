@@ -79,6 +79,7 @@ public:
 
 private:
     [[nodiscard]] std::string path() const;
+    [[nodiscard]] std::string lockPath() const;
     void openMemory();
     void openFile();
     void openWritable();

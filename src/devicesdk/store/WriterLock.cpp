@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -15,8 +16,9 @@ WriterLock::~WriterLock()
 
 WriterLock::Result WriterLock::take(const std::string &path)
 {
-    if (m_file >= 0)
+    if (isIn(path))
         return Result::Taken;
+    release();
     const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (file < 0) {
         m_error = errno;
@@ -29,6 +31,18 @@ WriterLock::Result WriterLock::take(const std::string &path)
     // Some network file systems have no locks: one writer is then what the user has to see to.
     m_file = file;
     return Result::Taken;
+}
+
+bool WriterLock::isIn(const std::string &path) const
+{
+    struct stat ours
+    {
+    };
+    struct stat there
+    {
+    };
+    return m_file >= 0 && fstat(m_file, &ours) == 0 && stat(path.c_str(), &there) == 0
+        && ours.st_dev == there.st_dev && ours.st_ino == there.st_ino;
 }
 
 void WriterLock::release()

@@ -19,8 +19,11 @@ public:
     WriterLock(const WriterLock &) = delete;
     WriterLock &operator=(const WriterLock &) = delete;
 
-    //! Takes the lock on the file \a path, which is made when missing. Taken stays taken.
+    //! Takes the lock on the file \a path, which is made when missing. Taken stays taken, unless
+    //! the file is another one now.
     [[nodiscard]] Result take(const std::string &path);
+    //! Whether \a path still is the file that is locked: another process would take a new one.
+    [[nodiscard]] bool isIn(const std::string &path) const;
     //! Gives it back. In a forked child this leaves the parent's lock alone: use abandon() there.
     void release();
     //! Drops a child's inherited handle, so that the lock ends with the parent.

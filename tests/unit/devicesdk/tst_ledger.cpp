@@ -26,6 +26,7 @@ private slots:
     void closingWritesWhatIsPending();
     void closingDoesNotBringARemovedStoreBack();
     void aSecondLedgerNeverDoubles();
+    void withoutItsLockFileOneOfTwoStops();
     void anUnusableDirectoryKeepsFiguresInMemory();
     void aResetWithoutAStoreIsWrittenLater();
     void aReadOnlyDiskKeepsFiguresInMemory();
@@ -212,6 +213,28 @@ void tst_Ledger::aSecondLedgerNeverDoubles()
     second.commit();
     QCOMPARE(download(second), std::int64_t(6));
     QVERIFY(second.problem().empty());
+}
+
+void tst_Ledger::withoutItsLockFileOneOfTwoStops()
+{
+    const StoreFolder folder;
+    Ledger first(ledgerOptions(folder.options()));
+    QVERIFY(QFile::remove(folder.file("velq.lock")));
+    first.commit(); // alone, it goes on
+    QVERIFY(!first.isShared());
+    QVERIFY(QFile::exists(folder.file("velq.lock")));
+    QVERIFY(QFile::remove(folder.file("velq.lock")));
+    Ledger second(ledgerOptions(folder.options()));
+    QVERIFY(!second.isShared());
+    book(first, 0, kNow, { 100, 0, 0, 0 }); // the same bytes
+    book(second, 0, kNow, { 100, 0, 0, 0 });
+    first.commit();
+    second.commit();
+    QVERIFY(first.isShared());
+    QVERIFY(!second.isShared());
+    QCOMPARE(download(second), std::int64_t(100));
+    first.commit();
+    QCOMPARE(download(first), std::int64_t(100));
 }
 
 void tst_Ledger::anUnusableDirectoryKeepsFiguresInMemory()
