@@ -89,8 +89,8 @@ void tell(velq::LinkTable &table, const nlmsghdr &header, const void *message, s
     }
     if (const int index = velq::linkOfNewAddress(message, size))
         header.nlmsg_seq & 4 ? table.noteDisconnect(index) : table.noteConnect(index);
-    if (const auto route = velq::parseRouteMessage(message, size)) {
-        require(route->index > 0 && (route->family == AF_INET || route->family == AF_INET6));
+    for (const auto &route : velq::parseRouteMessage(message, size)) {
+        require(route.index > 0 && (route.family == AF_INET || route.family == AF_INET6));
         require(velq::isDefaultRouteChange(message, size));
     }
     if (header.nlmsg_seq & 8)

@@ -180,8 +180,8 @@ bool LinkMonitor::lookUpRoutes()
     std::vector<DefaultRoute> routes;
     Request<rtmsg> request(RTM_GETROUTE); // of every family
     const Answer answer = ask(request.header(), [&routes](const void *message, std::size_t size) {
-        if (const auto route = parseRouteMessage(message, size))
-            routes.push_back(*route);
+        for (const DefaultRoute &route : parseRouteMessage(message, size))
+            routes.push_back(route);
     });
     if (answer.status != Answer::Status::Whole)
         m_routesChanged = true;

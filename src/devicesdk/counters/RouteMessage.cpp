@@ -5,6 +5,7 @@
 #include <linux/rtnetlink.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace velq {
@@ -25,38 +26,39 @@ bool isUsable(unsigned flags)
     return (flags & (RTNH_F_DEAD | RTNH_F_LINKDOWN)) == 0;
 }
 
-//! The link of the first usable hop of a route over several links; 0 without one.
-int firstHop(const nlattr *attribute)
+//! The links of the usable hops of a route over several links; none when a length is wrong.
+std::vector<int> usableHops(const nlattr *attribute)
 {
+    std::vector<int> links;
     const auto *bytes = static_cast<const char *>(mnl_attr_get_payload(attribute));
     std::size_t left = mnl_attr_get_payload_len(attribute);
     rtnexthop hop {};
     while (left >= sizeof hop) {
         std::memcpy(&hop, bytes, sizeof hop);
         if (hop.rtnh_len < sizeof hop || hop.rtnh_len > left)
-            return 0;
+            return {};
         if (isUsable(hop.rtnh_flags))
-            return hop.rtnh_ifindex;
-        const std::size_t step = MNL_ALIGN(static_cast<std::size_t>(hop.rtnh_len));
-        if (step > left)
-            return 0;
+            links.push_back(hop.rtnh_ifindex);
+        const std::size_t step = std::min(left, MNL_ALIGN(static_cast<std::size_t>(hop.rtnh_len)));
         bytes += step;
         left -= step;
     }
-    return 0;
+    return links;
 }
 
 struct Fields
 {
     DefaultRoute route;
     std::uint32_t table = 0;
+    std::vector<int> links; // by which it leaves
 };
 
 void readAttribute(const nlattr *attribute, Fields &fields)
 {
     switch (mnl_attr_get_type(attribute)) {
     case RTA_OIF:
-        (void)readValue(attribute, fields.route.index);
+        if (int link = 0; readValue(attribute, link))
+            fields.links = { link };
         break;
     case RTA_PRIORITY:
         (void)readValue(attribute, fields.route.metric);
@@ -65,7 +67,7 @@ void readAttribute(const nlattr *attribute, Fields &fields)
         (void)readValue(attribute, fields.table);
         break;
     case RTA_MULTIPATH:
-        fields.route.index = firstHop(attribute);
+        fields.links = usableHops(attribute);
         break;
     default:
         break;
@@ -74,16 +76,16 @@ void readAttribute(const nlattr *attribute, Fields &fields)
 
 } // namespace
 
-std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size)
+std::vector<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size)
 {
     const auto *header = wholeMessage(buffer, size, sizeof(rtmsg));
     if (!header || header->nlmsg_type != RTM_NEWROUTE)
-        return std::nullopt;
+        return {};
     const auto *info = static_cast<const rtmsg *>(mnl_nlmsg_get_payload(header));
     const bool family = info->rtm_family == AF_INET || info->rtm_family == AF_INET6;
     if (!family || info->rtm_dst_len != 0 || info->rtm_src_len != 0 || info->rtm_type != RTN_UNICAST
         || !isUsable(info->rtm_flags))
-        return std::nullopt;
+        return {};
     Fields fields;
     fields.route.family = info->rtm_family;
     fields.table = info->rtm_table;
@@ -91,9 +93,13 @@ std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t si
         readAttribute(attribute, fields);
         return true;
     });
-    if (!whole || fields.table != RT_TABLE_MAIN || fields.route.index <= 0)
-        return std::nullopt;
-    return fields.route;
+    std::vector<DefaultRoute> routes;
+    for (const int link : fields.links) {
+        fields.route.index = link;
+        if (whole && fields.table == RT_TABLE_MAIN && link > 0)
+            routes.push_back(fields.route);
+    }
+    return routes;
 }
 
 bool isDefaultRouteChange(const void *buffer, std::size_t size)

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <vector>
 
 namespace velq {
 
@@ -16,9 +16,10 @@ struct DefaultRoute
 
 /*!
  * Reads the first message of \a buffer. Nothing unless it is RTM_NEWROUTE with a usable default
- * route of the main table. \a buffer has to be aligned to 4 bytes.
+ * route of the main table; one that spreads over several links is a route by each of them that is
+ * usable. \a buffer has to be aligned to 4 bytes.
  */
-[[nodiscard]] std::optional<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size);
+[[nodiscard]] std::vector<DefaultRoute> parseRouteMessage(const void *buffer, std::size_t size);
 
 /*! Whether the first message of \a buffer tells of a default route that came, changed or went. */
 [[nodiscard]] bool isDefaultRouteChange(const void *buffer, std::size_t size);

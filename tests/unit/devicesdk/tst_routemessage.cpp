@@ -16,7 +16,7 @@ private slots:
     void routesThatAreNotUsed_data();
     void routesThatAreNotUsed();
     void aTableInAnAttributeCounts();
-    void ofSeveralHopsTheFirstUsableCounts();
+    void ofSeveralHopsAllUsableOnesCount();
     void hostileHopsAreRefused();
     void cutMessagesAreRefused();
     void theOrderOfPreference();
@@ -84,8 +84,8 @@ void tst_RouteMessage::capturedRoutes()
     int messages = 0;
     for (std::size_t offset = 0; offset < bytes.size(); ++messages) {
         const Bytes rest(bytes.begin() + static_cast<std::ptrdiff_t>(offset), bytes.end());
-        if (const auto route = parse(rest))
-            found.push_back(*route);
+        for (const DefaultRoute &route : parse(rest))
+            found.push_back(route);
         nlmsghdr header {};
         std::memcpy(&header, rest.data(), sizeof header);
         offset += NLMSG_ALIGN(header.nlmsg_len);
@@ -118,12 +118,12 @@ void tst_RouteMessage::routesThatAreNotUsed()
     QFETCH(bool, wide);
     Bytes bytes = routeBytes();
     appendNumber(bytes, RTA_OIF, 5);
-    QVERIFY(parse(bytes));
+    QCOMPARE(parse(bytes).size(), std::size_t(1));
     if (wide)
         overwrite(bytes, kBody + std::size_t(offset), unsigned(value));
     else
         overwrite(bytes, kBody + std::size_t(offset), static_cast<unsigned char>(value));
-    QVERIFY(!parse(bytes));
+    QVERIFY(parse(bytes).empty());
 }
 
 void tst_RouteMessage::aTableInAnAttributeCounts()
@@ -131,20 +131,21 @@ void tst_RouteMessage::aTableInAnAttributeCounts()
     Bytes bytes = routeBytes();
     appendNumber(bytes, RTA_OIF, 5);
     appendNumber(bytes, RTA_TABLE, 1000); // does not fit into the header's byte
-    QVERIFY(!parse(bytes));
+    QVERIFY(parse(bytes).empty());
     Bytes withoutLink = routeBytes();
     appendNumber(withoutLink, RTA_TABLE, RT_TABLE_MAIN);
-    QVERIFY(!parse(withoutLink));
+    QVERIFY(parse(withoutLink).empty());
 }
 
-void tst_RouteMessage::ofSeveralHopsTheFirstUsableCounts()
+void tst_RouteMessage::ofSeveralHopsAllUsableOnesCount()
 {
     Bytes bytes = routeBytes();
-    const rtnexthop hops[] = { hop(7, RTNH_F_LINKDOWN), hop(8, 0), hop(9, 0) };
+    const rtnexthop hops[] = { hop(7, RTNH_F_LINKDOWN), hop(8, 0), hop(9, 0), hop(0, 0) };
     appendAttribute(bytes, RTA_MULTIPATH, hops, sizeof hops);
-    const auto route = parse(bytes);
-    QVERIFY(route);
-    QCOMPARE(route->index, 8);
+    const auto routes = parse(bytes);
+    QCOMPARE(routes.size(), std::size_t(2));
+    QCOMPARE(routes[0].index, 8);
+    QCOMPARE(routes[1].index, 9);
 }
 
 void tst_RouteMessage::hostileHopsAreRefused()
@@ -154,14 +155,14 @@ void tst_RouteMessage::hostileHopsAreRefused()
         rtnexthop only = hop(7, RTNH_F_DEAD);
         only.rtnh_len = static_cast<unsigned short>(length);
         appendAttribute(bytes, RTA_MULTIPATH, &only, sizeof only);
-        QVERIFY(!parse(bytes));
+        QVERIFY(parse(bytes).empty());
     }
     Bytes bytes = routeBytes();
     appendAttribute(bytes, RTA_MULTIPATH, "abc", 3);
-    QVERIFY(!parse(bytes));
+    QVERIFY(parse(bytes).empty());
     Bytes shortLink = routeBytes();
     appendAttribute(shortLink, RTA_OIF, "ab", 2);
-    QVERIFY(!parse(shortLink));
+    QVERIFY(parse(shortLink).empty());
 }
 
 void tst_RouteMessage::cutMessagesAreRefused()
@@ -170,13 +171,13 @@ void tst_RouteMessage::cutMessagesAreRefused()
     appendNumber(whole, RTA_OIF, 5);
     for (std::size_t size = 0; size < whole.size(); ++size) {
         Bytes cut = firstBytes(whole, size);
-        QVERIFY(!parse(cut));
+        QVERIFY(parse(cut).empty());
         if (size >= sizeof(nlmsghdr)) {
             overwrite(cut, 0, static_cast<unsigned>(size));
-            QVERIFY(!parse(cut));
+            QVERIFY(parse(cut).empty());
         }
     }
-    QVERIFY(parse(whole));
+    QCOMPARE(parse(whole).size(), std::size_t(1));
 }
 
 void tst_RouteMessage::theOrderOfPreference()
@@ -222,7 +223,7 @@ void tst_RouteMessage::lengthsBeyondEveryBufferAreRefused()
     appendNumber(bytes, RTA_OIF, 5);
     for (const unsigned length : { 0x7fffffffU, 0x80000010U, 0xffffffffU }) {
         overwrite(bytes, 0, length);
-        QVERIFY(!parse(bytes));
+        QVERIFY(parse(bytes).empty());
         QVERIFY(!velq::isDefaultRouteChange(bytes.data(), bytes.size()));
     }
 }
