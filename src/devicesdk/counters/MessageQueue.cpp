@@ -18,9 +18,16 @@ constexpr timeval kAnswerTimeout { 2, 0 }; // the kernel answers at once; never 
 } // namespace
 
 KernelQueue::KernelQueue(unsigned groups)
-    : m_socket(mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC))
+    : m_groups(groups)
     , m_buffer(kBufferSize)
 {
+    open();
+}
+
+void KernelQueue::open()
+{
+    if (!m_socket)
+        m_socket = mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC);
     if (!m_socket)
         return;
     const int fd = mnl_socket_get_fd(m_socket);
@@ -28,7 +35,7 @@ KernelQueue::KernelQueue(unsigned groups)
     // With a smaller queue events are only lost earlier, which is told and mended.
     if (setsockopt(fd, SOL_SOCKET, SO_RCVBUFFORCE, &kQueueBytes, sizeof kQueueBytes) != 0)
         (void)setsockopt(fd, SOL_SOCKET, SO_RCVBUF, &kQueueBytes, sizeof kQueueBytes);
-    m_open = mnl_socket_bind(m_socket, groups, MNL_SOCKET_AUTOPID) == 0;
+    m_open = mnl_socket_bind(m_socket, m_groups, MNL_SOCKET_AUTOPID) == 0;
 }
 
 KernelQueue::~KernelQueue()
@@ -51,6 +58,8 @@ MessageQueue::Received KernelQueue::receive(bool wait)
 {
     using Status = Received::Status;
     for (;;) {
+        if (!m_open)
+            open(); // nothing was listed yet, so no event is missing
         if (!m_open)
             return {};
         sockaddr_nl from {};

@@ -41,7 +41,7 @@ public:
 class KernelQueue : public MessageQueue
 {
 public:
-    //! Joins \a groups (RTMGRP bits).
+    //! Joins \a groups (RTMGRP bits). Without resources for it, receive() tries again.
     explicit KernelQueue(unsigned groups);
     ~KernelQueue() override;
     KernelQueue(const KernelQueue &) = delete;
@@ -52,6 +52,9 @@ public:
     Received receive(bool wait) override;
 
 private:
+    void open();
+
+    const unsigned m_groups;
     mnl_socket *m_socket = nullptr;
     bool m_open = false;
     std::vector<char> m_buffer; // operator new aligns it more than netlink needs

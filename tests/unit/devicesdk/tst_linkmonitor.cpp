@@ -3,6 +3,7 @@
 #include <QtTest>
 
 #include <linux/if_addr.h>
+#include <sys/resource.h>
 
 #include "ScriptedKernel.h"
 
@@ -28,6 +29,7 @@ private slots:
     void lostEventsAskForAList();
     void stepsSurviveAReadThatFails();
     void withoutASocketThereAreNoNews();
+    void aSocketThatCouldNotBeMadeIsMadeLater();
     void disconnectingReadsTheEventsFirst();
 
 private:
@@ -243,6 +245,21 @@ void tst_LinkMonitor::withoutASocketThereAreNoNews()
     m_script->fail();
     QVERIFY(!read().valid);
     QVERIFY(read().valid);
+}
+
+void tst_LinkMonitor::aSocketThatCouldNotBeMadeIsMadeLater()
+{
+    rlimit before {};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none { 0, before.rlim_max };
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    LinkMonitor monitor;
+    const bool valid = monitor.read().valid;
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+    QVERIFY(!valid);
+    const auto news = monitor.read();
+    QVERIFY(news.valid);
+    QVERIFY(!news.steps.empty()); // the loopback, at least
 }
 
 void tst_LinkMonitor::disconnectingReadsTheEventsFirst()
