@@ -8,6 +8,7 @@
 #include <array>
 #include <climits>
 #include <cstdlib>
+#include <string_view>
 
 namespace velq {
 
@@ -24,7 +25,7 @@ std::string linkTarget(const std::string &path)
 //! "Europe/Berlin" for ".../zoneinfo/Europe/Berlin", else the path itself.
 std::string nameOfPath(const std::string &path)
 {
-    static const std::string kFolder = "zoneinfo/";
+    constexpr std::string_view kFolder = "zoneinfo/"; // no static object: see Kept
     const std::size_t at = path.rfind(kFolder);
     const std::string name = at == std::string::npos ? path : path.substr(at + kFolder.size());
     return zonePath(name).empty() ? path : name;

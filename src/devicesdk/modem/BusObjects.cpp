@@ -171,7 +171,7 @@ const ServiceRules &networkManagerRules()
 {
     static const ServiceRules kRules
         = { kNetworkManager,       kNetworkManagerPath,
-            kNetworkManager,       { kNetworkManager, kActive, kDevice },
+            kNetworkManager,       { kNetworkManager, kActive, kDevice, nullptr },
             networkManagerObjects, neverAges };
     return kRules;
 }

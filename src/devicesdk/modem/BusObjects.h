@@ -3,8 +3,10 @@
 #include "modem/BusReplies.h"
 #include "modem/NetworkFacts.h"
 
+#include <array>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -25,7 +27,7 @@ struct ServiceRules
     const char *rootPath;
     //! The list of all objects (\a kObjectManager, kept as the property kModems), or an interface.
     const char *rootInterface;
-    std::vector<const char *> interfaces; //!< whose changes matter
+    std::array<const char *, 4> interfaces; //!< whose changes matter; null where there are fewer
     //! All objects that are to be followed, as far as \a tree tells.
     std::vector<ObjectKey> (*objects)(const ObjectTree &tree);
     //! Whether an object has figures that change without a signal.
@@ -33,6 +35,9 @@ struct ServiceRules
 };
 
 constexpr const char *kModems = "modems";
+
+// The watcher's thread reads the rules while the statics of the process are destroyed.
+static_assert(std::is_trivially_destructible_v<ServiceRules>, "rules stay to the end");
 
 [[nodiscard]] const ServiceRules &modemManagerRules();
 [[nodiscard]] const ServiceRules &networkManagerRules();

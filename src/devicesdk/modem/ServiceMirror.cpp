@@ -81,8 +81,10 @@ bool ServiceMirror::listenToService()
     const std::string fromService
         = std::string("type='signal',sender='") + m_rules.name + "',interface='";
     for (const char *interface : m_rules.interfaces) {
-        if (!listen(fromService + kProperties + "',member='PropertiesChanged',arg0='"
-                        + interface + "'",
+        if (!interface)
+            break;
+        const std::string changes = "',member='PropertiesChanged',arg0='";
+        if (!listen(fromService + kProperties + changes + interface + "'",
                     dispatch<&ServiceMirror::onPropertiesChanged>))
             return false;
     }
