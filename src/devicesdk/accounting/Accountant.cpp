@@ -72,6 +72,14 @@ void Accountant::goOnFrom(std::vector<LinkMark> stored)
     m_changed = m_first = true;
 }
 
+void Accountant::learn(std::vector<LinkMark> stored)
+{
+    m_recovery = Recovery(m_boot, std::move(stored));
+    for (TrackedLink &tracked : m_links)
+        tracked.markAsked = false;
+    m_changed = m_first = true;
+}
+
 LinkId Accountant::idOf(const Link &link) const
 {
     return { m_boot, link.index, link.instance };

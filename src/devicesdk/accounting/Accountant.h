@@ -40,6 +40,8 @@ public:
     void use(const std::string &device);
     //! Another process has counted until now; \a stored is where it has ended.
     void goOnFrom(std::vector<LinkMark> stored);
+    //! What \a stored says was not known until now; what was booked since the start is beyond it.
+    void learn(std::vector<LinkMark> stored);
     //! Takes a look at \a nowNs of the boot clock.
     [[nodiscard]] BookingBatch advance(const LinkNews &news,
                                        const std::shared_ptr<const NetworkFacts> &facts,

@@ -141,15 +141,25 @@ void Engine::sampleLocked()
     const std::int64_t bootNs = m_clock.bootNs();
     const Moment moment { now(), bootNs / kNsPerSecond };
     const std::uint64_t takeovers = m_ledger.takeovers();
-    if (takeovers != m_takeovers) {
-        const std::vector<LinkMark> marks = m_ledger.marks();
-        const std::lock_guard<std::mutex> guard(m_mutex);
-        m_takeovers = takeovers;
-        m_accountant.goOnFrom(marks);
-        m_accountant.use(m_named.empty() ? m_ledger.setting(kDeviceSetting) : m_named);
-    }
+    followStore(takeovers);
     const std::lock_guard<std::mutex> guard(m_mutex);
     m_ledger.book(m_accountant.advance(news, facts, bootNs), moment, takeovers);
+}
+
+void Engine::followStore(std::uint64_t takeovers)
+{
+    const bool tookOver = takeovers != m_takeovers;
+    std::vector<LinkMark> late = m_ledger.takeLateMarks();
+    if (!tookOver && late.empty())
+        return;
+    std::vector<LinkMark> stored = tookOver ? m_ledger.marks() : std::move(late);
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    m_takeovers = takeovers;
+    if (tookOver)
+        m_accountant.goOnFrom(std::move(stored));
+    else
+        m_accountant.learn(std::move(stored));
+    m_accountant.use(m_named.empty() ? m_ledger.setting(kDeviceSetting) : m_named);
 }
 
 void Engine::tick()

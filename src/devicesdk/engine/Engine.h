@@ -106,6 +106,8 @@ private:
     [[nodiscard]] std::int64_t now() const;
     [[nodiscard]] Moment moment() const;
     void sampleLocked();
+    //! Goes on from marks of the store that this process did not know.
+    void followStore(std::uint64_t takeovers);
     void thinOut();
 
     const Clock m_clock;

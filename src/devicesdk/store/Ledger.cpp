@@ -56,6 +56,7 @@ Ledger::Ledger(LedgerOptions options)
     m_resets.fill(m_options.begunAt);
     m_store.open();
     m_shared = m_store.state() == StoreState::Shared;
+    m_marksKnown = m_store.isReadable() || m_shared;
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
     loadLocked();
 }
@@ -201,8 +202,24 @@ void Ledger::seed(const HourAmounts &past)
 void Ledger::commit()
 {
     const std::lock_guard<std::mutex> guard(m_storeMutex);
-    if (!m_closed)
+    if (!m_closed && !isLate())
         commitLocked();
+}
+
+bool Ledger::isLate()
+{
+    if (m_marksKnown)
+        return false;
+    m_store.open();
+    std::vector<LinkMark> marks;
+    m_marksKnown = m_store.read([&](const BookReader &reader) { return reader.marks(marks); });
+    // Ours would replace them, and what flowed in between would be lost.
+    if (m_store.state() == StoreState::Shared || marks.empty())
+        return false;
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    m_lateMarks = std::move(marks);
+    loadLocked();
+    return true;
 }
 
 void Ledger::commitLocked()
@@ -222,8 +239,10 @@ void Ledger::commitLocked()
     const bool wasShared = std::exchange(m_shared, m_store.state() == StoreState::Shared);
     if (!written && !m_shared)
         m_pending.prepend(std::move(changes));
-    if (wasShared && !m_shared)
+    if (wasShared && !m_shared) {
         ++m_takeovers;
+        m_marksKnown = m_store.isReadable();
+    }
     loadLocked();
 }
 
@@ -438,6 +457,12 @@ std::uint64_t Ledger::takeovers()
 {
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
     return m_takeovers;
+}
+
+std::vector<LinkMark> Ledger::takeLateMarks()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return std::exchange(m_lateMarks, {});
 }
 
 bool Ledger::isShared()

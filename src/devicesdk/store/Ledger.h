@@ -86,6 +86,9 @@ public:
     //! Grows when this process becomes the one that counts: marks() is what it has to go on from.
     [[nodiscard]] std::uint64_t takeovers();
     [[nodiscard]] bool isShared();
+    //! Once, the marks of a store that could not be read until now: still to be gone on from,
+    //! beside what was booked since. They are there for a look before the store gets others.
+    [[nodiscard]] std::vector<LinkMark> takeLateMarks();
 
     //! Writes what is pending and closes the store. Later amounts stay in memory.
     void close();
@@ -94,6 +97,8 @@ public:
 
 private:
     void commitLocked();
+    //! Whether the store can be read for the first time, and holds marks that were not known.
+    [[nodiscard]] bool isLate();
     void loadLocked();
     void noteSetAsides();
     void addLocked(const HourKey &key, const Amounts &amounts);
@@ -109,6 +114,7 @@ private:
     std::uint64_t m_loadedVersion = 0;
     int m_toldSetAsides = 0;
     bool m_closed = false;
+    bool m_marksKnown = false; // the store could be read
 
     std::mutex m_pendingMutex; // never held while the disk is waited for
     Changes m_pending;
@@ -118,6 +124,7 @@ private:
     std::map<std::string, std::string> m_settings; // stored and pending
     bool m_shared = false; // another process counts: booking would count twice
     std::uint64_t m_takeovers = 0;
+    std::vector<LinkMark> m_lateMarks;
 };
 
 } // namespace velq

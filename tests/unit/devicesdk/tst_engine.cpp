@@ -95,6 +95,7 @@ private slots:
     void callbacksMayAskAndLeave();
     void theRouteMovingToAnotherLinkBooksTheRest();
     void aNewEngineGoesOnWhereTheLastWasKilled();
+    void aStoreThatCanBeReadLateLosesNothing();
     void theUsedDeviceIsRemembered();
     void theOperatorsFigureIsTakenOver();
     void hoursAreThinnedOutByPolicy();
@@ -463,6 +464,36 @@ void tst_Engine::aNewEngineGoesOnWhereTheLastWasKilled()
     QVERIFY(m_engine->ledger().reasons(10, reasons));
     QCOMPARE(int(reasons.size()), 1);
     QCOMPARE(reasons[0].download, std::int64_t(230));
+}
+
+void tst_Engine::aStoreThatCanBeReadLateLosesNothing()
+{
+    secondOf(1000, 10);
+    QVERIFY(m_engine->useDevice("va"));
+    m_engine->ledger().commit();
+    m_engine.reset();
+    m_world.flow(200, 2); // nobody counts
+    const QString away = m_folder->file() + QStringLiteral(".away");
+    QVERIFY(QFile::rename(m_folder->file(), away));
+    QVERIFY(QDir().mkdir(m_folder->file())); // cannot be opened
+    start();
+    m_engine->sample();
+    for (int i = 0; i < 6; ++i)
+        secondOf(30, 3);
+    QCOMPARE(get(1).download, std::uint64_t(180));
+    QVERIFY(QDir().rmdir(m_folder->file()));
+    QVERIFY(QFile::rename(away, m_folder->file()));
+    m_engine->ledger().commit();
+    m_engine->ledger().commit(); // even before a look
+    for (int i = 0; i < 12; ++i)
+        secondOf(0, 0);
+    QCOMPARE(get(1).download, std::uint64_t(1380));
+    QCOMPARE(get(1).upload, std::uint64_t(30));
+    QCOMPARE(m_engine->usedDevice(), std::string("va"));
+    QCOMPARE(runSql(m_folder->file(), "SELECT sum(download) FROM day"), 1380LL);
+    restart();
+    m_engine->sample();
+    QCOMPARE(get(1).download, std::uint64_t(1380));
 }
 
 void tst_Engine::theUsedDeviceIsRemembered()
