@@ -31,11 +31,6 @@ std::optional<Period> periodOfKind(int kind)
     }
 }
 
-Day localDay(std::int64_t second)
-{
-    return TimeZone::system().dayOf(second);
-}
-
 //! A correction may be larger than what has been counted so far.
 std::uint64_t unsignedAmount(std::int64_t amount)
 {
@@ -56,12 +51,12 @@ std::int64_t wallSeconds(const Clock &clock)
     return std::max<std::int64_t>(0, clock.wallSeconds()); // before 1970 it is not set yet
 }
 
-LedgerOptions ledgerOptions(const EngineParts &parts)
+LedgerOptions ledgerOptions(const EngineParts &parts, LocalDays &days)
 {
     LedgerOptions options;
     options.store = parts.store;
     options.boot = parts.boot;
-    options.dayOf = localDay;
+    options.dayOf = [&days](std::int64_t second) { return days.dayOf(second); };
     options.begunAt = parts.begunAt.value_or(wallSeconds(parts.clock));
     return options;
 }
@@ -72,7 +67,7 @@ Engine::Engine(EngineParts parts)
     : m_clock(parts.clock)
     , m_source(std::move(parts.source))
     , m_facts(std::move(parts.facts))
-    , m_ledger(ledgerOptions(parts))
+    , m_ledger(ledgerOptions(parts, m_localDays))
     , m_accountant(parts.boot, m_ledger.marks())
     , m_takeovers(m_ledger.takeovers())
 {
@@ -157,6 +152,7 @@ void Engine::tick()
     sample();
     if (--m_ticksToCommit <= 0) {
         m_ticksToCommit = kCommitSeconds;
+        m_localDays.follow();
         thinOut();
         m_ledger.commit();
     }
@@ -168,7 +164,7 @@ void Engine::tick()
 void Engine::thinOut()
 {
     const std::int64_t second = now();
-    const Day today = localDay(second);
+    const Day today = m_localDays.dayOf(second);
     if (today == m_thinnedOut)
         return;
     m_thinnedOut = today;
@@ -224,7 +220,7 @@ Report Engine::liveReport(int type) const
 DaySpan Engine::periodOf(int kind) const
 {
     const auto period = periodOfKind(kind);
-    return period ? periodDays(*period, localDay(now()), m_periodStart) : DaySpan {};
+    return period ? periodDays(*period, m_localDays.dayOf(now()), m_periodStart) : DaySpan {};
 }
 
 bool Engine::periodReport(int kind, int type, Report &report)

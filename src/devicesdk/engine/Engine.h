@@ -1,7 +1,7 @@
 #pragma once
 
 #include "accounting/Accountant.h"
-#include "calendar/Period.h"
+#include "calendar/LocalDays.h"
 #include "counters/LinkSource.h"
 #include "engine/CallbackList.h"
 #include "engine/Clock.h"
@@ -20,7 +20,8 @@
 namespace velq {
 
 //! Seconds between two commits: what a power cut can lose at most. A killed process loses nothing.
-constexpr int kCommitSeconds = 5;
+//! As often it is looked whether the system's time zone has changed.
+constexpr int kCommitSeconds = 10;
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
 
@@ -109,6 +110,7 @@ private:
     void thinOut();
 
     const Clock m_clock;
+    mutable LocalDays m_localDays; // locks itself; used by the ledger
     std::mutex m_sampleMutex; // guards the source; taken before all others
     const std::unique_ptr<LinkSource> m_source;
     const std::function<std::shared_ptr<const NetworkFacts>()> m_facts;

@@ -6,6 +6,8 @@ namespace velq {
 
 namespace {
 
+constexpr std::int64_t kSeenSeconds = 60;
+
 void bindAmounts(Statement &statement, int first, const Amounts &amounts)
 {
     statement.bind(first, amounts.download);
@@ -36,6 +38,8 @@ void bindLink(Statement &statement, const LinkId &id)
 const char *BookWriter::sqlOf(int query)
 {
     static constexpr const char *kQueries[] = {
+        "BEGIN IMMEDIATE",
+        "COMMIT",
         "DELETE FROM hour WHERE use % 2 = ?1",
         "DELETE FROM day WHERE use % 2 = ?1",
         "INSERT INTO reset (type, at) VALUES (?1, ?2)"
@@ -74,7 +78,7 @@ const char *BookWriter::sqlOf(int query)
 
 bool BookWriter::prepare(Database &database)
 {
-    m_devices.clear();
+    forgetDevices();
     for (int query = 0; query < QueryCount; ++query) {
         if (m_statements[query].prepare(database, sqlOf(query)) != SQLITE_OK)
             return false;
@@ -86,7 +90,7 @@ void BookWriter::finalize()
 {
     for (Statement &statement : m_statements)
         statement.finalize();
-    m_devices.clear();
+    forgetDevices();
 }
 
 void BookWriter::abandon()
@@ -97,10 +101,17 @@ void BookWriter::abandon()
 
 int BookWriter::write(const Changes &changes)
 {
+    int code = m_statements[Begin].run();
+    code = code ? code : writeAll(changes);
+    return code ? code : m_statements[Commit].run();
+}
+
+int BookWriter::writeAll(const Changes &changes)
+{
     constexpr int (BookWriter::*kSteps[])(const Changes &)
-        = { &BookWriter::writeResets,   &BookWriter::writeDevices, &BookWriter::writeHours,
-            &BookWriter::writeRecent,   &BookWriter::writeMarks,   &BookWriter::writeReasons,
-            &BookWriter::writeSettings, &BookWriter::thinOut };
+        = { &BookWriter::writeResets,  &BookWriter::writeDevices,  &BookWriter::writeSeen,
+            &BookWriter::writeHours,   &BookWriter::writeRecent,   &BookWriter::writeMarks,
+            &BookWriter::writeReasons, &BookWriter::writeSettings, &BookWriter::thinOut };
     for (const auto step : kSteps) {
         const int code = (this->*step)(changes);
         if (code != SQLITE_OK)
@@ -160,13 +171,23 @@ int BookWriter::writeDevices(const Changes &changes)
         if (const int code = describe.run(); code != SQLITE_OK)
             return code;
     }
+    return SQLITE_OK;
+}
+
+int BookWriter::writeSeen(const Changes &changes)
+{
+    std::int64_t number = 0;
     for (const auto &[key, at] : changes.seen) {
+        const auto written = m_seen.find(key);
+        if (written != m_seen.end() && at < written->second + kSeenSeconds)
+            continue;
         if (const int code = deviceNumber(key, number); code != SQLITE_OK)
             return code;
         m_statements[SeeDevice].bind(1, number);
         m_statements[SeeDevice].bind(2, at);
         if (const int code = m_statements[SeeDevice].run(); code != SQLITE_OK)
             return code;
+        m_seen[key] = at;
     }
     return SQLITE_OK;
 }

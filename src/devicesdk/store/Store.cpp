@@ -276,11 +276,7 @@ bool Store::commit(const Changes &changes)
         return false;
     if (changes.isEmpty())
         return true;
-    int code = m_database.execute("BEGIN IMMEDIATE");
-    if (code == SQLITE_OK)
-        code = m_writer.write(changes);
-    if (code == SQLITE_OK)
-        code = m_database.execute("COMMIT");
+    const int code = m_writer.write(changes);
     if (code == SQLITE_OK) {
         m_problem.clear();
         return true;
