@@ -62,6 +62,8 @@ Check countingCheck(const DoctorFacts &facts)
 
 Check interfaceCheck(const DoctorFacts &facts)
 {
+    if (facts.interface.empty() && !facts.used.empty() && !facts.usedIsPresent)
+        return { "interface", Level::Warning, "none is counted: the used device is not here" };
     if (facts.interface.empty())
         return {
             "interface", Level::Warning,

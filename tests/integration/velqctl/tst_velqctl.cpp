@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <cstdio>
 #include <limits>
 #include <memory>
 
@@ -18,11 +19,6 @@
 class tst_Velqctl : public QObject
 {
     Q_OBJECT
-public:
-    explicit tst_Velqctl(const QByteArray &alone)
-        : m_alone(alone)
-    {
-    }
 private slots:
     void initTestCase();
     void init();
@@ -54,7 +50,6 @@ private:
     //! Download and upload of a period's report, for the type "mobile".
     [[nodiscard]] QPair<qint64, qint64> figures(const QString &period) const;
 
-    const QByteArray m_alone; // empty, or why there is no such loopback
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
@@ -92,8 +87,6 @@ QProcessEnvironment with(const QString &name, const QString &value)
 
 void tst_Velqctl::initTestCase()
 {
-    if (!m_alone.isEmpty())
-        QSKIP(m_alone.constData());
     // Only what connecting is asked for looks for it.
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
 }
@@ -397,8 +390,12 @@ int main(int argc, char **argv)
     // A namespace of its own has a loopback that nobody else uses.
     NetworkPair network;
     const QByteArray problem = network.enter();
+    if (!problem.isEmpty()) {
+        std::printf("SKIPPED: %s\n", problem.constData());
+        return 77;
+    }
     QCoreApplication application(argc, argv);
-    tst_Velqctl test(problem);
+    tst_Velqctl test;
     return QTest::qExec(&test, argc, argv);
 }
 #include "tst_velqctl.moc"

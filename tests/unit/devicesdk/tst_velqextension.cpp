@@ -21,6 +21,7 @@ private slots:
     void beforeTheFirstUse();
     void nullPointersFailAndTouchNothing();
     void sizesThatAreNoneFailAndTouchNothing();
+    void wordsAreCutBetweenCharacters();
     void kindsTypesAndAmountsOutOfRangeFail();
     void anySpanIsAnswered_data();
     void anySpanIsAnswered();
@@ -172,6 +173,14 @@ void tst_VelqExtension::sizesThatAreNoneFailAndTouchNothing()
     QVERIFY(VELQ_StoreSrv_BackUp("/nonexistent/folder/copy", buffer.data(), 3) != 0);
     QCOMPARE(buffer, QByteArray("/n\0x", 4));
     QCOMPARE(VELQ_DevSrv_UseDevice(nullptr), 0);
+}
+
+//! What is wrong names a path, which may have any letters.
+void tst_VelqExtension::wordsAreCutBetweenCharacters()
+{
+    QByteArray buffer(8, 'x');
+    QVERIFY(VELQ_StoreSrv_BackUp("/\xc3\xbc\xc3\xbc/copy", buffer.data(), 5) != 0);
+    QCOMPARE(buffer, QByteArray("/\xc3\xbc\0xxxx", 8));
 }
 
 void tst_VelqExtension::kindsTypesAndAmountsOutOfRangeFail()
