@@ -34,10 +34,12 @@ private slots:
     void backupsAreNewFiles();
     void connectingSaysWhatIsMissing();
     void anotherProcessMakesTheBooksReadOnly();
+    void aChangeWaitsForAShortCall();
     void badInputIsAUsageError_data();
     void badInputIsAUsageError();
     void aClosedOutputIsAFailureAndHarmsNothing();
     void aStoreThatCannotBeIsAFailure();
+    void anIncompleteExportReplacesNothing();
     void aDamagedStoreIsToldOnce();
     void theLocaleDoesNotMatter();
     void aCallIsShort();
@@ -281,6 +283,15 @@ void tst_Velqctl::anotherProcessMakesTheBooksReadOnly()
     QVERIFY(first.waitForFinished());
 }
 
+void tst_Velqctl::aChangeWaitsForAShortCall()
+{
+    QCOMPARE(ask({ "status" }).code, 0);
+    const QString script("flock \"$1/velq.lock\" sleep 0.4 & sleep 0.1;"
+                         " \"$0\" --data-dir \"$1\" reset --yes");
+    const Answer answer = shell(m_folder->filePath("d"), script);
+    QVERIFY2(answer.code == 0, answer.message.constData());
+}
+
 void tst_Velqctl::badInputIsAUsageError_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -339,6 +350,30 @@ void tst_Velqctl::aStoreThatCannotBeIsAFailure()
     const Answer doctor = velqctl(below, { "doctor" });
     QCOMPARE(doctor.code, 1);
     QVERIFY2(doctor.output.contains("error    store"), doctor.output.constData());
+    const Answer asFile = velqctl(m_folder->filePath("file"), { "doctor" });
+    QVERIFY2(asFile.output.contains("file is no directory"), asFile.output.constData());
+}
+
+void tst_Velqctl::anIncompleteExportReplacesNothing()
+{
+    const QString below = m_folder->filePath("file/below");
+    const QString path = m_folder->filePath("export");
+    for (const char *name : { "file", "export" }) {
+        QFile file(m_folder->filePath(name));
+        QVERIFY(file.open(QFile::WriteOnly) && file.write("before") == 6);
+    }
+    for (const char *format : { "--json", "--csv" }) {
+        const Answer answer = velqctl(below, { "export", format, "--output", path });
+        QCOMPARE(answer.code, 1);
+        QVERIFY2(answer.message.contains("was left as it was"), answer.message.constData());
+        QFile file(path);
+        QVERIFY(file.open(QFile::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("before"));
+    }
+    QCOMPARE(velqctl(below, { "export", "--openmetrics", "--output", path }).code, 1);
+    QFile metrics(path);
+    QVERIFY(metrics.open(QFile::ReadOnly));
+    QVERIFY(metrics.readAll().contains("velq_store_problem 1"));
 }
 
 void tst_Velqctl::aDamagedStoreIsToldOnce()
