@@ -150,15 +150,21 @@ void Engine::sampleLocked()
 void Engine::tick()
 {
     sample();
-    if (--m_ticksToCommit <= 0) {
-        m_ticksToCommit = kCommitSeconds;
-        m_localDays.follow();
-        thinOut();
-        m_ledger.commit();
-    }
+    if (++m_ticks % kCommitSeconds == 0)
+        commitIfDue();
     const LiveFigures figures = live();
     auto data = eventData(figures.connected, figures.type);
     m_callbacks.notify(kEventStatistics, data.data());
+}
+
+void Engine::commitIfDue()
+{
+    m_localDays.follow();
+    thinOut();
+    if (m_ticks < kLongestWaitSeconds && !m_ledger.isUrgent())
+        return;
+    m_ticks = 0;
+    m_ledger.commit();
 }
 
 void Engine::thinOut()

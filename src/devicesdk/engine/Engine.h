@@ -19,9 +19,11 @@
 
 namespace velq {
 
-//! Seconds between two commits: what a power cut can lose at most. A killed process loses nothing.
-//! As often it is looked whether the system's time zone has changed.
-constexpr int kCommitSeconds = 10;
+//! Seconds between two commits, and between two looks at the system's time zone. While there is
+//! little to write (see Changes::isUrgent()) a commit may wait longer, which spares disk and battery.
+//! That is what a power cut can lose at most. A killed process loses nothing.
+constexpr int kCommitSeconds = 5;
+constexpr int kLongestWaitSeconds = 30;
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
 
@@ -107,6 +109,7 @@ private:
     [[nodiscard]] std::int64_t now() const;
     [[nodiscard]] Moment moment() const;
     void sampleLocked();
+    void commitIfDue();
     void thinOut();
 
     const Clock m_clock;
@@ -116,7 +119,7 @@ private:
     const std::function<std::shared_ptr<const NetworkFacts>()> m_facts;
     CallbackList m_callbacks;
     Ledger m_ledger;
-    int m_ticksToCommit = kCommitSeconds; // the ticking thread's
+    int m_ticks = 0; // since the latest commit; the ticking thread's
     Day m_thinnedOut = 0; // likewise: the day on which it was done last
     mutable std::mutex m_mutex; // guards the accountant; taken before the ledger's
     Accountant m_accountant;

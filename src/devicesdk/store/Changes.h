@@ -82,8 +82,14 @@ struct Changes
     std::optional<std::int64_t> keepHoursFrom; //!< hours before it are thinned out to days
 
     [[nodiscard]] bool isEmpty() const;
+    //! Whether it should be written soon: a MiB or more, or anything besides amounts and marks.
+    [[nodiscard]] bool isUrgent() const;
     //! Puts \a earlier, which could not be written, before what gathered meanwhile.
     void prepend(Changes earlier);
+
+private:
+    //! Anything that is not of every second.
+    [[nodiscard]] bool hasOthers() const;
 };
 
 } // namespace velq

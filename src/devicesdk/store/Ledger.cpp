@@ -197,6 +197,12 @@ void Ledger::seed(const HourAmounts &past)
     commit();
 }
 
+bool Ledger::isUrgent()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return !m_written || m_pending.isUrgent();
+}
+
 void Ledger::commit()
 {
     const std::lock_guard<std::mutex> guard(m_storeMutex);
@@ -219,6 +225,7 @@ void Ledger::commitLocked()
     }
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
     const bool wasShared = std::exchange(m_shared, m_store.state() == StoreState::Shared);
+    m_written = written;
     if (!written && !m_shared)
         m_pending.prepend(std::move(changes));
     if (wasShared && !m_shared)

@@ -91,6 +91,7 @@ private slots:
     void unknownKindsFail_data();
     void unknownKindsFail();
     void commitsEveryFewTicks();
+    void aLittleWaitsLonger();
     void eachTickSendsOneEvent();
     void callbacksMayAskAndLeave();
     void theRouteMovingToAnotherLinkBooksTheRest();
@@ -404,6 +405,29 @@ void tst_Engine::commitsEveryFewTicks()
     }
     secondOf(1, 0);
     QCOMPARE(runSql(m_folder->file(), count), qint64(velq::kCommitSeconds));
+}
+
+//! A little of what is known already may wait for a minute.
+void tst_Engine::aLittleWaitsLonger()
+{
+    constexpr qint64 kMuch = 1 << 20;
+    const char *count = "SELECT coalesce(sum(download), 0) FROM hour";
+    const auto commitNow = [this](quint64 bytes) {
+        secondOf(bytes, 0);
+        for (int i = 1; i < velq::kCommitSeconds; ++i)
+            secondOf(0, 0);
+    };
+    commitNow(1);
+    for (int i = 1; i < velq::kLongestWaitSeconds; ++i) {
+        secondOf(1, 0);
+        QCOMPARE(runSql(m_folder->file(), count), 1LL);
+    }
+    secondOf(1, 0);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
+    commitNow(kMuch - 1);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
+    commitNow(1);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds) + kMuch);
 }
 
 void tst_Engine::eachTickSendsOneEvent()
