@@ -239,10 +239,9 @@ bool Engine::periodReport(int kind, int type, Report &report)
 
 bool Engine::history(std::uint64_t key, Report &report)
 {
-    constexpr auto kLatest = std::uint64_t(1) << 40; // tens of thousands of years
+    const auto second = std::min(key, static_cast<std::uint64_t>(kLatestSecond));
     Amounts amounts;
-    if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(std::min(key, kLatest))),
-                              amounts))
+    if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(second)), amounts))
         return false;
     report = reportOf(amounts);
     return true;
@@ -265,11 +264,11 @@ bool Engine::correct(int kind, int type, std::int64_t download, std::int64_t upl
     const std::lock_guard<std::mutex> guard(m_mutex);
     if (m_ledger.isShared())
         return false;
-    const Amounts counted = m_ledger.totals(type, periodOf(kind));
+    Amounts counted = m_ledger.totals(type, periodOf(kind));
+    counted.timeMs = counted.anyMs = 0;
     BookingBatch batch;
-    Booking booking { kOperatorDevice, useKind(type, false), {} };
-    booking.amounts.download = download - counted.download;
-    booking.amounts.upload = upload - counted.upload;
+    Booking booking { kOperatorDevice, useKind(type, false), { download, upload, 0, 0 } };
+    booking.amounts.subtract(counted);
     Reason reason;
     reason.kind = ReasonKind::Corrected;
     reason.device = kOperatorDevice;

@@ -33,6 +33,15 @@ void bindLink(Statement &statement, const LinkId &id)
     statement.bind(3, static_cast<std::int64_t>(id.instance));
 }
 
+//! As in memory: what would overflow stays at the limit, where SQLite would make it a fraction.
+void sum(sqlite3_context *context, int, sqlite3_value **values)
+{
+    Amounts sum;
+    sum.download = sqlite3_value_int64(values[0]);
+    sum.add({ sqlite3_value_int64(values[1]), 0, 0, 0 });
+    sqlite3_result_int64(context, sum.download);
+}
+
 } // namespace
 
 const char *BookWriter::sqlOf(int query)
@@ -50,14 +59,18 @@ const char *BookWriter::sqlOf(int query)
         "UPDATE device SET seen = max(seen, ?2) WHERE id = ?1",
         "INSERT INTO hour (start, day, device, use, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)"
-        " ON CONFLICT (start, day, device, use) DO UPDATE SET download = download +"
-        " excluded.download, upload = upload + excluded.upload, time_ms = time_ms +"
-        " excluded.time_ms, any_ms = any_ms + excluded.any_ms",
+        " ON CONFLICT (start, day, device, use) DO UPDATE SET"
+        " download = velq_sum(download, excluded.download),"
+        " upload = velq_sum(upload, excluded.upload),"
+        " time_ms = velq_sum(time_ms, excluded.time_ms),"
+        " any_ms = velq_sum(any_ms, excluded.any_ms)",
         "INSERT INTO day (day, device, use, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)"
-        " ON CONFLICT (day, device, use) DO UPDATE SET download = download + excluded.download,"
-        " upload = upload + excluded.upload, time_ms = time_ms + excluded.time_ms,"
-        " any_ms = any_ms + excluded.any_ms",
+        " ON CONFLICT (day, device, use) DO UPDATE SET"
+        " download = velq_sum(download, excluded.download),"
+        " upload = velq_sum(upload, excluded.upload),"
+        " time_ms = velq_sum(time_ms, excluded.time_ms),"
+        " any_ms = velq_sum(any_ms, excluded.any_ms)",
         "INSERT OR REPLACE INTO recent (boot, offset, home_start, home_day, device, use,"
         " boot_seconds, start, day, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13)",
@@ -79,6 +92,10 @@ const char *BookWriter::sqlOf(int query)
 bool BookWriter::prepare(Database &database)
 {
     forgetDevices();
+    if (sqlite3_create_function(database.handle(), "velq_sum", 2, SQLITE_UTF8, nullptr, sum,
+                                nullptr, nullptr)
+        != SQLITE_OK)
+        return false;
     for (int query = 0; query < QueryCount; ++query) {
         if (m_statements[query].prepare(database, sqlOf(query)) != SQLITE_OK)
             return false;

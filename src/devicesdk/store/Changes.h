@@ -26,6 +26,9 @@ constexpr std::int64_t kHourSeconds = 3600;
 //! The device of amounts that the operator's figure adds or takes away.
 constexpr const char *kOperatorDevice = "operator";
 
+//! No clock shows more: tens of thousands of years. Sums of such times fit.
+constexpr std::int64_t kLatestSecond = std::int64_t(1) << 40;
+
 /*! A row of the books: an hour of UTC, and of it what belongs to one local day. */
 struct HourKey
 {

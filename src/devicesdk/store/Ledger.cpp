@@ -35,12 +35,13 @@ void addWithin(const HourAmounts &from, const Span &span, HourAmounts &to)
 
 Reason clockReason(const std::vector<Move> &moves)
 {
+    Amounts moved;
+    for (const Move &move : moves)
+        moved.add(move.amounts);
     Reason reason;
     reason.kind = ReasonKind::ClockStepped;
-    for (const Move &move : moves) {
-        reason.download += move.amounts.download;
-        reason.upload += move.amounts.upload;
-    }
+    reason.download = moved.download;
+    reason.upload = moved.upload;
     reason.seconds = moves.front().to.start - moves.front().from.start;
     return reason;
 }
@@ -268,7 +269,8 @@ bool Ledger::totalsSince(std::int64_t second, Amounts &amounts)
     constexpr Day kLastDay = std::numeric_limits<Day>::max();
     const Day first = m_options.dayOf(second);
     // Hours that were thinned out count with their whole day.
-    const std::int64_t hoursFrom = std::strtoll(setting(kHoursFrom).c_str(), nullptr, 10);
+    const std::int64_t hoursFrom = std::min<std::int64_t>(
+        std::strtoll(setting(kHoursFrom).c_str(), nullptr, 10), kLatestSecond);
     const bool wholeDay = second < hoursFrom + kTwoDays;
     Amounts sum;
     if (!wholeDay) {

@@ -186,21 +186,23 @@ int Store::checkWritable()
     }
     if (check.state == SchemaState::Foreign)
         return SQLITE_CORRUPT;
-    std::string health;
     int code = m_database.execute(kSmallCache);
     if (code == SQLITE_OK)
-        code = m_database.queryText("PRAGMA quick_check(1)", health);
-    if (code == SQLITE_OK && health != "ok")
-        code = SQLITE_CORRUPT;
+        code = checkContent(m_database);
     if (code == SQLITE_OK && m_database.isReadOnly())
         code = SQLITE_READONLY;
+    // What cannot be migrated is found out before the switch to WAL, which changes the file.
+    if (code == SQLITE_OK && check.state == SchemaState::Old && check.number > 0)
+        code = migrate(m_database, schemaMigrations());
     // FULL: a committed transaction survives a power cut, not only the end of the process.
     if (code == SQLITE_OK)
         code = m_database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     if (code == SQLITE_OK)
         code = migrate(m_database, schemaMigrations());
     if (code == SQLITE_ERROR)
-        code = SQLITE_CORRUPT; // the tables that a step reads are not there
+        code = SQLITE_CORRUPT; // a step cannot do with what the tables hold
+    if (code == SQLITE_OK)
+        code = completeRows(m_database);
     if (code == SQLITE_OK && !m_writer.prepare(m_database))
         code = SQLITE_CORRUPT; // the number is right but the tables are not there
     return code;

@@ -98,6 +98,7 @@ private slots:
     void aNewEngineGoesOnWhereTheLastWasKilled();
     void theUsedDeviceIsRemembered();
     void theOperatorsFigureIsTakenOver();
+    void theOperatorsFigureReplacesTheLeastAmount();
     void hoursAreThinnedOutByPolicy();
     void afterClosingAnswersGoOnFromMemory();
 
@@ -529,6 +530,17 @@ void tst_Engine::theOperatorsFigureIsTakenOver()
     secondOf(3, 0);
     QCOMPARE(get(4).download, std::uint64_t(3));
     QCOMPARE(get(5).download, std::uint64_t(3));
+}
+
+void tst_Engine::theOperatorsFigureReplacesTheLeastAmount()
+{
+    velq::BookingBatch batch;
+    batch.bookings.push_back({ "hw:1", 0, { INT64_MIN, INT64_MIN, 0, 0 } });
+    m_engine->ledger().book(batch, { m_world.wall, m_world.bootNs / kSecond });
+    QVERIFY(m_engine->correct(4, 0, 5000, 4));
+    std::vector<velq::Reason> reasons;
+    QVERIFY(m_engine->ledger().reasons(1, reasons));
+    QCOMPARE(reasons.at(0).download, std::int64_t(INT64_MAX)); // as much as there can be
 }
 
 void tst_Engine::hoursAreThinnedOutByPolicy()

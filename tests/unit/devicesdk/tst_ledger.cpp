@@ -35,6 +35,7 @@ private slots:
     void timeAfterAPauseGoesToItsHours();
     void sumsSinceAnHour();
     void sumsSinceAnHourThatWasThinnedOutTakeTheDay();
+    void aLimitOfTheHoursBeyondAllTimesTakesTheDay();
     void marksReasonsAndSettingsAreStored();
     void hoursAndDaysArePlusPending();
     void aStoreThatWasSetAsideIsTold();
@@ -441,6 +442,24 @@ void tst_Ledger::sumsSinceAnHourThatWasThinnedOutTakeTheDay()
     QCOMPARE(since.download, std::int64_t(111));
     QVERIFY(ledger.totalsSince(hour, since));
     QCOMPARE(since.download, std::int64_t(1));
+}
+
+void tst_Ledger::aLimitOfTheHoursBeyondAllTimesTakesTheDay()
+{
+    const StoreFolder folder;
+    const qint64 hour = velq::hourStart(kNow);
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, hour, { 1, 0, 0, 0 });
+    book(ledger, 0, hour + 3600, { 10, 0, 0, 0 });
+    Amounts since;
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(10));
+    QVERIFY(ledger.setSetting("hours_from", "9223372036854775807"));
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(11));
+    QVERIFY(ledger.setSetting("hours_from", "-9223372036854775808"));
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(10));
 }
 
 void tst_Ledger::marksReasonsAndSettingsAreStored()
