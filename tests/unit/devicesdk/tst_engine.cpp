@@ -554,6 +554,7 @@ void tst_Engine::hoursAreThinnedOutByPolicy()
     jump(m_world.wall + 3000 * qint64(86400));
     for (int i = 0; i < 5; ++i)
         secondOf(1, 0);
+    m_engine->ledger().commit();
     QCOMPARE(count(), 2LL);
     m_engine->setKeptDays(velq::kKeptDays);
     jump(m_world.wall + 86400);
