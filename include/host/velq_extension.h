@@ -194,7 +194,7 @@ VELQ_EXPORT int VELQ_StoreSrv_SetDirectory(const char *directory);
 
 /*!
  * Writes in English words what is wrong with the store at the moment (set aside, not writable, full
- * disk), NUL-terminated and cut to \a size; empty while all is well.
+ * disk), NUL-terminated and cut to \a size, never within a character; empty while all is well.
  */
 VELQ_EXPORT int VELQ_StoreSrv_GetProblem(char *text, int size);
 

@@ -22,6 +22,9 @@ program|fonts-dejavu-core|a font that the pictures can be drawn with
 test|ccache|ccache, which makes the second build quick
 test|iproute2|ip, which makes the tests' network namespaces
 test|tzdata|time zones
+test|fish|a shell, whose completion is tested
+test|zsh|another one
+test|groff-base|groff, which checks the manual page
 test|valgrind|callgrind, which counts the instructions of a frame
 test|libc6-dbg|the symbols that valgrind needs of the C library
 services|network-manager|NetworkManager, which the tests run in namespaces of their own

@@ -36,17 +36,18 @@ void DeviceMenu::fill()
     const HostDevices devices = m_reader ? m_reader() : HostDevices();
     addChoice(QString(), hostText("HOST_DEVICE_AUTOMATIC"), devices.used.isEmpty());
     addSeparator();
-    bool found = devices.used.isEmpty();
+    const QString usedOne = usedKey(devices);
+    bool found = usedOne.isEmpty();
     for (const HostDevice &device : devices.list) {
         // What was used before and is not there now may be there again tomorrow.
         const QString text
             = device.present ? device.text : hostText("HOST_DEVICE_ABSENT").arg(device.text);
-        const bool used = device.key == devices.used;
+        const bool used = device.key == usedOne;
         found = found || used;
         addChoice(device.key, plain(text), used);
     }
     if (!found) // a device of which nothing but the name is known
-        addChoice(devices.used, plain(hostText("HOST_DEVICE_ABSENT").arg(devices.used)), true);
+        addChoice(usedOne, plain(hostText("HOST_DEVICE_ABSENT").arg(usedOne)), true);
 }
 
 void DeviceMenu::addChoice(const QString &key, const QString &text, bool checked)

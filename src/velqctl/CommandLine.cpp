@@ -22,6 +22,7 @@ struct Input
     bool csv = false;
     bool openMetrics = false;
     bool automatic = false;
+    bool days = false;
 };
 
 //! An option whose text \a take understands, or answers false.
@@ -36,6 +37,16 @@ CLI::Option *addParsed(CLI::App &app, const std::string &name, const std::string
                 throw CLI::ValidationError(name, '"' + printable(text) + "\" is not " + expected);
         },
         description);
+}
+
+//! An empty name is a script's unset variable, never "the standard one".
+CLI::Option *addName(CLI::App &app, const std::string &name, const std::string &description,
+                     std::string &target)
+{
+    return addParsed(app, name, description, "a name", [&target](const std::string &text) {
+        target = text;
+        return !text.empty();
+    });
 }
 
 void addAmount(CLI::App &app, const std::string &name, const std::string &description,
@@ -81,9 +92,8 @@ void addGlobals(CLI::App &app, Input &input)
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.set_version_flag("--version", "velqctl " VELQCTL_VERSION, "Print the version and exit");
     app.add_flag("--json", input.json, "Answer in JSON");
-    app.add_option("--data-dir", command.dataDirectory, "Directory of the store")
-        ->option_text("DIR");
-    app.add_option("--interface", command.interface, "Count this interface alone")
+    addName(app, "--data-dir", "Directory of the store", command.dataDirectory)->option_text("DIR");
+    addName(app, "--interface", "Count this interface alone", command.interface)
         ->option_text("NAME");
     app.add_flag("--demo", command.demo, "A scripted connection, nothing of this computer");
     app.add_option("--week-start", command.weekStart, "First weekday, 0 (Monday) to 6")
@@ -99,7 +109,7 @@ void addSpan(CLI::App &sub, Input &input)
     Command &command = input.command;
     bool Command::*const hours = &Command::hours;
     CLI::Option *const byHours = sub.add_flag("--hours", command.*hours, "Hour by hour");
-    sub.add_flag("--days", "Day by day (the standard)")->excludes(byHours);
+    sub.add_flag("--days", input.days, "Day by day (the standard)")->excludes(byHours);
     addDay(sub, "--from", "First day", command.from);
     addDay(sub, "--to", "Last day, included", command.to);
 }
@@ -160,11 +170,11 @@ void addFiles(CLI::App &app, Input &input)
     books.add_flag("--openmetrics", input.openMetrics, "Metrics of the current state")
         ->excludes(csv);
     addSpan(books, input);
-    books.add_option("--output", command.file, "Write to this file, replacing it")
+    addName(books, "--output", "Write to this file, replacing it", command.file)
         ->option_text("FILE");
     CLI::App &backup
         = addVerb(app, input, "backup", "Copy the store while it is in use", Verb::Backup);
-    backup.add_option("FILE", command.file, "A file that does not exist yet")->required();
+    addName(backup, "FILE", "A file that does not exist yet", command.file)->required();
 }
 
 //! What excludes what and is required is in the descriptions where it matters.
@@ -201,11 +211,9 @@ std::string complaint(const Input &input)
         const int formats = int(input.json) + int(input.csv) + int(input.openMetrics);
         if (formats != 1)
             return "export: choose one of --json, --csv, --openmetrics";
-        if (input.openMetrics && (command.hours || command.from || command.to))
+        if (input.openMetrics && (command.hours || input.days || command.from || command.to))
             return "export: --openmetrics tells the current state and has no span";
     }
-    if (command.verb == Verb::Backup && command.file.empty())
-        return "backup: the file's name is empty";
     return {};
 }
 

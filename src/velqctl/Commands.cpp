@@ -2,6 +2,8 @@
 
 #include "Sdk.h"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace velqctl {
@@ -46,6 +48,19 @@ bool changesBooks(Verb verb)
     return verb == Verb::Use || verb == Verb::Correct || verb == Verb::Reset;
 }
 
+//! The store, which another call of this program may have for a moment longer.
+StoreState waitForStore()
+{
+    constexpr int kTries = 20;
+    StoreState store = storeState();
+    for (int i = 0; i < kTries && !store.counting; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        writeBooks(); // takes over what is free
+        store = storeState();
+    }
+    return store;
+}
+
 } // namespace
 
 Outcome run(const Command &command)
@@ -54,7 +69,7 @@ Outcome run(const Command &command)
         return outcome;
     const bool change = changesBooks(command.verb);
     if (change) {
-        const StoreState store = storeState();
+        const StoreState store = waitForStore();
         if (!store.counting)
             return readOnlyOutcome(store);
     }

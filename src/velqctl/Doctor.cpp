@@ -19,7 +19,7 @@ Check storeCheck(const DoctorFacts &facts)
     if (!facts.directoryIsThere)
         return { "store", Level::Error,
                  facts.directory
-                     + " is missing and cannot be made; choose another with --data-dir" };
+                     + " is no directory and cannot be made; choose another with --data-dir" };
     if (!facts.directoryWritable || (facts.fileIsThere && !facts.fileWritable))
         return { "store", Level::Error,
                  path + " cannot be written by this user; correct its permissions" };
@@ -62,6 +62,8 @@ Check countingCheck(const DoctorFacts &facts)
 
 Check interfaceCheck(const DoctorFacts &facts)
 {
+    if (facts.interface.empty() && !facts.used.empty() && !facts.usedIsPresent)
+        return { "interface", Level::Warning, "none is counted: the used device is not here" };
     if (facts.interface.empty())
         return {
             "interface", Level::Warning,

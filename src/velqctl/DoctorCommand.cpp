@@ -26,8 +26,9 @@ void lookAtStore(DoctorFacts &facts)
 {
     facts.store = storeState();
     const std::filesystem::path file = facts.store.path;
+    std::error_code ignored;
     facts.directory = file.parent_path().string();
-    facts.directoryIsThere = can(facts.directory, F_OK);
+    facts.directoryIsThere = std::filesystem::is_directory(facts.directory, ignored);
     facts.directoryWritable = can(facts.directory, R_OK | W_OK | X_OK);
     facts.fileIsThere = can(facts.store.path, F_OK);
     facts.fileWritable = can(facts.store.path, R_OK | W_OK);
@@ -36,8 +37,7 @@ void lookAtStore(DoctorFacts &facts)
     };
     if (statvfs(facts.directory.c_str(), &disk) == 0)
         facts.freeBytes = static_cast<unsigned long long>(disk.f_bavail) * disk.f_frsize;
-    std::error_code error;
-    for (const auto &entry : std::filesystem::directory_iterator(facts.directory, error)) {
+    for (const auto &entry : std::filesystem::directory_iterator(facts.directory, ignored)) {
         const std::string name = entry.path().filename().string();
         const bool sideFile = name.size() > 4 && name[name.size() - 4] == '-';
         if (!sideFile && name.find(".damaged-") != std::string::npos)

@@ -50,6 +50,10 @@ Outcome runExport(const Command &command)
         return unreadableOutcome();
     if (command.file.empty())
         return { ExitCode::Good, *text, {} };
+    const StoreState store = storeState();
+    const bool saysSo = command.format == Format::OpenMetrics; // "velq_store_problem 1"
+    if (store.counting && !store.problem.empty() && !saysSo)
+        return { ExitCode::Failed, {}, command.file + " was left as it was: " + store.problem };
     if (const std::string problem = replaceFile(command.file, *text); !problem.empty())
         return { ExitCode::Failed, {}, problem };
     return {};

@@ -38,6 +38,11 @@ std::string bothText(const VELQ_Reason &reason)
     return amountText(reason.download) + " down, " + amountText(reason.upload) + " up";
 }
 
+std::string changeText(long long bytes)
+{
+    return (bytes < 0 ? "" : "+") + amountText(bytes);
+}
+
 std::string sentence(const VELQ_Reason &reason)
 {
     switch (reason.kind) {
@@ -49,7 +54,8 @@ std::string sentence(const VELQ_Reason &reason)
         return "the clock jumped by " + std::to_string(reason.seconds) + " s; " + bothText(reason)
             + " were dated anew";
     case VELQ_REASON_CORRECTED:
-        return "the operator's figure was taken over; that changed " + bothText(reason);
+        return "the operator's figure was taken over: " + changeText(reason.download) + " down, "
+            + changeText(reason.upload) + " up";
     case VELQ_REASON_RESET:
         return "the figures were cleared";
     case VELQ_REASON_SET_ASIDE:

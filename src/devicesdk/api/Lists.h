@@ -8,17 +8,24 @@
 
 namespace velq {
 
-//! Writes \a text, NUL-terminated and cut to the end of a character that fits.
-template <std::size_t Size>
-void writeText(char (&target)[Size], const std::string &text)
+//! Writes \a text, NUL-terminated and cut to the end of a character that fits \a size, at least 1.
+inline void writeCut(char *target, std::size_t size, const std::string &text)
 {
-    std::size_t length = text.size() < Size ? text.size() : Size - 1;
+    std::size_t length = text.size() < size ? text.size() : size - 1;
     constexpr unsigned char kContinued = 0x80; // 10xxxxxx: not the first byte of a character
     while (length < text.size() && length > 0
            && (static_cast<unsigned char>(text[length]) & 0xc0) == kContinued)
         --length;
-    std::memset(target, 0, Size);
     std::memcpy(target, text.data(), length);
+    target[length] = 0;
+}
+
+//! Fills all of \a target.
+template <std::size_t Size>
+void writeText(char (&target)[Size], const std::string &text)
+{
+    std::memset(target, 0, Size);
+    writeCut(target, Size, text);
 }
 
 //! Writes all of \a text, NUL-terminated; false when it does not fit.

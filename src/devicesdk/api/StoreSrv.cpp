@@ -3,9 +3,7 @@
 
 #include <host/velq_extension.h>
 
-#include <algorithm>
 #include <climits>
-#include <cstring>
 #include <string>
 
 using namespace velq;
@@ -25,10 +23,7 @@ int VELQ_StoreSrv_GetProblem(char *text, int size)
     if (!text || size <= 0)
         return kFailure;
     return withService([=](Service &service) {
-        std::string problem = service.engine().ledger().problem();
-        if (problem.size() >= static_cast<std::size_t>(size))
-            problem.resize(static_cast<std::size_t>(size) - 1);
-        std::memcpy(text, problem.c_str(), problem.size() + 1);
+        writeCut(text, static_cast<std::size_t>(size), service.engine().ledger().problem());
         return true;
     });
 }
@@ -67,13 +62,11 @@ int VELQ_StoreSrv_BackUp(const char *path, char *problem, int size)
     if (!path || path[0] != '/')
         return kFailure;
     return withService([=](Service &service) {
-        std::string words = service.engine().ledger().backUp(path);
+        const std::string words = service.engine().ledger().backUp(path);
         if (words.empty())
             return true;
-        if (problem && size > 0) {
-            words.resize(std::min(words.size(), static_cast<std::size_t>(size) - 1));
-            std::memcpy(problem, words.c_str(), words.size() + 1);
-        }
+        if (problem && size > 0)
+            writeCut(problem, static_cast<std::size_t>(size), words);
         return false;
     });
 }

@@ -11,8 +11,8 @@ namespace velq {
 enum class Period { Day, Week, Month, Year };
 #pragma GCC diagnostic pop
 
-/*! Where weeks and months begin. */
-struct PeriodStart
+/*! Where weeks and months begin. Aligned so that every compiler has it atomic without a library. */
+struct alignas(2 * sizeof(int)) PeriodStart
 {
     int weekday = 0; //!< 0 (Monday) to 6 (Sunday)
     int dayOfMonth = 1; //!< 1 to 31; in a shorter month its last day

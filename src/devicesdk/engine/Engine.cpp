@@ -31,11 +31,6 @@ std::optional<Period> periodOfKind(int kind)
     }
 }
 
-Day localDay(std::int64_t second)
-{
-    return TimeZone::system().dayOf(second);
-}
-
 //! A correction may be larger than what has been counted so far.
 std::uint64_t unsignedAmount(std::int64_t amount)
 {
@@ -56,12 +51,12 @@ std::int64_t wallSeconds(const Clock &clock)
     return std::max<std::int64_t>(0, clock.wallSeconds()); // before 1970 it is not set yet
 }
 
-LedgerOptions ledgerOptions(const EngineParts &parts)
+LedgerOptions ledgerOptions(const EngineParts &parts, LocalDays &days)
 {
     LedgerOptions options;
     options.store = parts.store;
     options.boot = parts.boot;
-    options.dayOf = localDay;
+    options.dayOf = [&days](std::int64_t second) { return days.dayOf(second); };
     options.begunAt = parts.begunAt.value_or(wallSeconds(parts.clock));
     return options;
 }
@@ -72,7 +67,7 @@ Engine::Engine(EngineParts parts)
     : m_clock(parts.clock)
     , m_source(std::move(parts.source))
     , m_facts(std::move(parts.facts))
-    , m_ledger(ledgerOptions(parts))
+    , m_ledger(ledgerOptions(parts, m_localDays))
     , m_accountant(parts.boot, m_ledger.marks())
     , m_takeovers(m_ledger.takeovers())
 {
@@ -165,20 +160,27 @@ void Engine::followStore(std::uint64_t takeovers)
 void Engine::tick()
 {
     sample();
-    if (--m_ticksToCommit <= 0) {
-        m_ticksToCommit = kCommitSeconds;
-        thinOut();
-        m_ledger.commit();
-    }
+    if (++m_ticks % kCommitSeconds == 0)
+        commitIfDue();
     const LiveFigures figures = live();
     auto data = eventData(figures.connected, figures.type);
     m_callbacks.notify(kEventStatistics, data.data());
 }
 
+void Engine::commitIfDue()
+{
+    m_localDays.follow();
+    thinOut();
+    if (m_ticks < kLongestWaitSeconds && !m_ledger.isUrgent())
+        return;
+    m_ticks = 0;
+    m_ledger.commit();
+}
+
 void Engine::thinOut()
 {
     const std::int64_t second = now();
-    const Day today = localDay(second);
+    const Day today = m_localDays.dayOf(second);
     if (today == m_thinnedOut)
         return;
     m_thinnedOut = today;
@@ -233,7 +235,7 @@ Report Engine::liveReport(int type) const
 DaySpan Engine::periodOf(int kind) const
 {
     const auto period = periodOfKind(kind);
-    return period ? periodDays(*period, localDay(now()), m_periodStart) : DaySpan {};
+    return period ? periodDays(*period, m_localDays.dayOf(now()), m_periodStart) : DaySpan {};
 }
 
 bool Engine::periodReport(int kind, int type, Report &report)
@@ -246,10 +248,9 @@ bool Engine::periodReport(int kind, int type, Report &report)
 
 bool Engine::history(std::uint64_t key, Report &report)
 {
-    constexpr auto kLatest = std::uint64_t(1) << 40; // tens of thousands of years
+    const auto second = std::min(key, static_cast<std::uint64_t>(kLatestSecond));
     Amounts amounts;
-    if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(std::min(key, kLatest))),
-                              amounts))
+    if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(second)), amounts))
         return false;
     report = reportOf(amounts);
     return true;
@@ -272,11 +273,11 @@ bool Engine::correct(int kind, int type, std::int64_t download, std::int64_t upl
     const std::lock_guard<std::mutex> guard(m_mutex);
     if (m_ledger.isShared())
         return false;
-    const Amounts counted = m_ledger.totals(type, periodOf(kind));
+    Amounts counted = m_ledger.totals(type, periodOf(kind));
+    counted.timeMs = counted.anyMs = 0;
     BookingBatch batch;
-    Booking booking { kOperatorDevice, useKind(type, false), {} };
-    booking.amounts.download = download - counted.download;
-    booking.amounts.upload = upload - counted.upload;
+    Booking booking { kOperatorDevice, useKind(type, false), { download, upload, 0, 0 } };
+    booking.amounts.subtract(counted);
     Reason reason;
     reason.kind = ReasonKind::Corrected;
     reason.device = kOperatorDevice;

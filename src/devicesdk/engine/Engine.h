@@ -1,7 +1,7 @@
 #pragma once
 
 #include "accounting/Accountant.h"
-#include "calendar/Period.h"
+#include "calendar/LocalDays.h"
 #include "counters/LinkSource.h"
 #include "engine/CallbackList.h"
 #include "engine/Clock.h"
@@ -19,8 +19,11 @@
 
 namespace velq {
 
-//! Seconds between two commits: what a power cut can lose at most. A killed process loses nothing.
+//! Seconds between two commits, and between two looks at the system's time zone. While there is
+//! little to write (see Changes::isUrgent()) a commit may wait longer, which spares disk and
+//! battery. That is what a power cut can lose at most. A killed process loses nothing.
 constexpr int kCommitSeconds = 5;
+constexpr int kLongestWaitSeconds = 30;
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
 
@@ -108,15 +111,17 @@ private:
     void sampleLocked();
     //! Goes on from marks of the store that this process did not know.
     void followStore(std::uint64_t takeovers);
+    void commitIfDue();
     void thinOut();
 
     const Clock m_clock;
+    mutable LocalDays m_localDays; // locks itself; used by the ledger
     std::mutex m_sampleMutex; // guards the source; taken before all others
     const std::unique_ptr<LinkSource> m_source;
     const std::function<std::shared_ptr<const NetworkFacts>()> m_facts;
     CallbackList m_callbacks;
     Ledger m_ledger;
-    int m_ticksToCommit = kCommitSeconds; // the ticking thread's
+    int m_ticks = 0; // since the latest commit; the ticking thread's
     Day m_thinnedOut = 0; // likewise: the day on which it was done last
     mutable std::mutex m_mutex; // guards the accountant; taken before the ledger's
     Accountant m_accountant;

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace velq {
@@ -15,9 +16,27 @@ Amounts amountsAt(const Statement &row, int column)
              row.integer(column + 3) };
 }
 
+//! Days and types beyond all days and types stay beyond.
+int number(const Statement &row, int column)
+{
+    constexpr std::int64_t kLeast = std::numeric_limits<int>::min();
+    constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(row.integer(column), kLeast, kMost));
+}
+
 int use(const Statement &row, int column)
 {
-    return static_cast<int>(std::clamp<std::int64_t>(row.integer(column), 0, kUseKinds - 1));
+    return std::clamp(number(row, column), 0, kUseKinds - 1);
+}
+
+bool isWhole(const Statement &row, int column)
+{
+    return row.integer(column) == number(row, column);
+}
+
+bool isTime(const Statement &row, int column)
+{
+    return row.integer(column) >= -kLatestSecond && row.integer(column) <= kLatestSecond;
 }
 
 } // namespace
@@ -38,8 +57,7 @@ int BookReader::daySums(DaySums &sums) const
         = row.prepare(m_database, "SELECT day, use, download, upload, time_ms, any_ms FROM day");
     if (code != SQLITE_OK)
         return code;
-    return each(
-        row, [&] { sums.add(static_cast<Day>(row.integer(0)), use(row, 1), amountsAt(row, 2)); });
+    return each(row, [&] { sums.add(number(row, 0), use(row, 1), amountsAt(row, 2)); });
 }
 
 int BookReader::hours(const Span &span, HourAmounts &hours) const
@@ -54,8 +72,7 @@ int BookReader::hours(const Span &span, HourAmounts &hours) const
     row.bind(1, span.from);
     row.bind(2, span.to);
     return each(row, [&] {
-        hours[{ row.integer(0), static_cast<Day>(row.integer(1)), row.text(2), use(row, 3) }].add(
-            amountsAt(row, 4));
+        hours[{ row.integer(0), number(row, 1), row.text(2), use(row, 3) }].add(amountsAt(row, 4));
     });
 }
 
@@ -71,7 +88,7 @@ int BookReader::days(const DaySpan &span, DayAmounts &days) const
     row.bind(1, span.from);
     row.bind(2, span.to);
     return each(row, [&] {
-        days[{ static_cast<Day>(row.integer(0)), row.text(1), use(row, 2) }].add(amountsAt(row, 3));
+        days[{ number(row, 0), row.text(1), use(row, 2) }].add(amountsAt(row, 3));
     });
 }
 
@@ -83,13 +100,15 @@ int BookReader::marks(std::vector<LinkMark> &marks) const
     if (code != SQLITE_OK)
         return code;
     return each(row, [&] {
-        marks.push_back({ { row.text(0), static_cast<int>(row.integer(1)),
-                            static_cast<std::uint64_t>(row.integer(2)) },
-                          row.text(3),
-                          row.text(4),
-                          use(row, 5),
-                          static_cast<std::uint64_t>(row.integer(6)),
-                          static_cast<std::uint64_t>(row.integer(7)) });
+        if (!isWhole(row, 1)) // no link has that number, and it could not be settled
+            return;
+        marks.push_back(
+            { { row.text(0), number(row, 1), static_cast<std::uint64_t>(row.integer(2)) },
+              row.text(3),
+              row.text(4),
+              use(row, 5),
+              static_cast<std::uint64_t>(row.integer(6)),
+              static_cast<std::uint64_t>(row.integer(7)) });
     });
 }
 
@@ -103,11 +122,13 @@ int BookReader::recent(RecentRows &rows) const
     if (code != SQLITE_OK)
         return code;
     return each(row, [&] {
-        const HourKey home { row.integer(2), static_cast<Day>(row.integer(3)), row.text(4),
-                             use(row, 5) };
+        const bool isOurs = isTime(row, 1) && isTime(row, 2) && isWhole(row, 3)
+            && row.integer(5) == use(row, 5) && isTime(row, 6) && isTime(row, 7);
+        if (!isOurs) // no clock has shown that, and it could not be forgotten
+            return;
+        const HourKey home { row.integer(2), number(row, 3), row.text(4), use(row, 5) };
         rows[{ row.text(0), row.integer(1), home }]
-            = { row.integer(6), row.integer(7), static_cast<Day>(row.integer(8)),
-                amountsAt(row, 9) };
+            = { row.integer(6), row.integer(7), number(row, 8), amountsAt(row, 9) };
     });
 }
 
@@ -120,8 +141,7 @@ int BookReader::devices(std::vector<StoredDevice> &devices) const
         return code;
     return each(row, [&] {
         devices.push_back(
-            { { row.text(0), row.text(1), row.text(2), static_cast<int>(row.integer(3)) },
-              row.integer(4) });
+            { { row.text(0), row.text(1), row.text(2), number(row, 3) }, row.integer(4) });
     });
 }
 
@@ -136,7 +156,7 @@ int BookReader::reasons(int count, std::vector<Reason> &reasons) const
         return code;
     row.bind(1, count);
     return each(row, [&] {
-        reasons.push_back({ static_cast<ReasonKind>(row.integer(0)), row.integer(1), row.text(2),
+        reasons.push_back({ static_cast<ReasonKind>(number(row, 0)), row.integer(1), row.text(2),
                             use(row, 3), row.integer(4), row.integer(5), row.integer(6),
                             row.text(7) });
     });

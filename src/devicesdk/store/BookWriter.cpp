@@ -6,6 +6,8 @@ namespace velq {
 
 namespace {
 
+constexpr std::int64_t kSeenSeconds = 60;
+
 void bindAmounts(Statement &statement, int first, const Amounts &amounts)
 {
     statement.bind(first, amounts.download);
@@ -31,11 +33,22 @@ void bindLink(Statement &statement, const LinkId &id)
     statement.bind(3, static_cast<std::int64_t>(id.instance));
 }
 
+//! As in memory: what would overflow stays at the limit, where SQLite would make it a fraction.
+void sum(sqlite3_context *context, int, sqlite3_value **values)
+{
+    Amounts sum;
+    sum.download = sqlite3_value_int64(values[0]);
+    sum.add({ sqlite3_value_int64(values[1]), 0, 0, 0 });
+    sqlite3_result_int64(context, sum.download);
+}
+
 } // namespace
 
 const char *BookWriter::sqlOf(int query)
 {
     static constexpr const char *kQueries[] = {
+        "BEGIN IMMEDIATE",
+        "COMMIT",
         "DELETE FROM hour WHERE use % 2 = ?1",
         "DELETE FROM day WHERE use % 2 = ?1",
         "INSERT INTO reset (type, at) VALUES (?1, ?2)"
@@ -46,14 +59,18 @@ const char *BookWriter::sqlOf(int query)
         "UPDATE device SET seen = max(seen, ?2) WHERE id = ?1",
         "INSERT INTO hour (start, day, device, use, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)"
-        " ON CONFLICT (start, day, device, use) DO UPDATE SET download = download +"
-        " excluded.download, upload = upload + excluded.upload, time_ms = time_ms +"
-        " excluded.time_ms, any_ms = any_ms + excluded.any_ms",
+        " ON CONFLICT (start, day, device, use) DO UPDATE SET"
+        " download = velq_sum(download, excluded.download),"
+        " upload = velq_sum(upload, excluded.upload),"
+        " time_ms = velq_sum(time_ms, excluded.time_ms),"
+        " any_ms = velq_sum(any_ms, excluded.any_ms)",
         "INSERT INTO day (day, device, use, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)"
-        " ON CONFLICT (day, device, use) DO UPDATE SET download = download + excluded.download,"
-        " upload = upload + excluded.upload, time_ms = time_ms + excluded.time_ms,"
-        " any_ms = any_ms + excluded.any_ms",
+        " ON CONFLICT (day, device, use) DO UPDATE SET"
+        " download = velq_sum(download, excluded.download),"
+        " upload = velq_sum(upload, excluded.upload),"
+        " time_ms = velq_sum(time_ms, excluded.time_ms),"
+        " any_ms = velq_sum(any_ms, excluded.any_ms)",
         "INSERT OR REPLACE INTO recent (boot, offset, home_start, home_day, device, use,"
         " boot_seconds, start, day, download, upload, time_ms, any_ms)"
         " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13)",
@@ -74,8 +91,9 @@ const char *BookWriter::sqlOf(int query)
 
 int BookWriter::prepare(Database &database)
 {
-    m_devices.clear();
-    int code = SQLITE_OK;
+    forgetDevices();
+    int code = sqlite3_create_function(database.handle(), "velq_sum", 2, SQLITE_UTF8, nullptr, sum,
+                                       nullptr, nullptr);
     for (int query = 0; code == SQLITE_OK && query < QueryCount; ++query)
         code = m_statements[query].prepare(database, sqlOf(query));
     return code;
@@ -85,7 +103,7 @@ void BookWriter::finalize()
 {
     for (Statement &statement : m_statements)
         statement.finalize();
-    m_devices.clear();
+    forgetDevices();
 }
 
 void BookWriter::abandon()
@@ -96,10 +114,17 @@ void BookWriter::abandon()
 
 int BookWriter::write(const Changes &changes)
 {
+    int code = m_statements[Begin].run();
+    code = code ? code : writeAll(changes);
+    return code ? code : m_statements[Commit].run();
+}
+
+int BookWriter::writeAll(const Changes &changes)
+{
     constexpr int (BookWriter::*kSteps[])(const Changes &)
-        = { &BookWriter::writeResets,   &BookWriter::writeDevices, &BookWriter::writeHours,
-            &BookWriter::writeRecent,   &BookWriter::writeMarks,   &BookWriter::writeReasons,
-            &BookWriter::writeSettings, &BookWriter::thinOut };
+        = { &BookWriter::writeResets,  &BookWriter::writeDevices,  &BookWriter::writeSeen,
+            &BookWriter::writeHours,   &BookWriter::writeRecent,   &BookWriter::writeMarks,
+            &BookWriter::writeReasons, &BookWriter::writeSettings, &BookWriter::thinOut };
     for (const auto step : kSteps) {
         const int code = (this->*step)(changes);
         if (code != SQLITE_OK)
@@ -161,13 +186,23 @@ int BookWriter::writeDevices(const Changes &changes)
         if (const int code = describe.run(); code != SQLITE_OK)
             return code;
     }
+    return SQLITE_OK;
+}
+
+int BookWriter::writeSeen(const Changes &changes)
+{
+    std::int64_t number = 0;
     for (const auto &[key, at] : changes.seen) {
+        const auto written = m_seen.find(key);
+        if (written != m_seen.end() && at < written->second + kSeenSeconds)
+            continue;
         if (const int code = deviceNumber(key, number); code != SQLITE_OK)
             return code;
         m_statements[SeeDevice].bind(1, number);
         m_statements[SeeDevice].bind(2, at);
         if (const int code = m_statements[SeeDevice].run(); code != SQLITE_OK)
             return code;
+        m_seen[key] = at;
     }
     return SQLITE_OK;
 }

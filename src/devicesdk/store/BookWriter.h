@@ -8,7 +8,7 @@
 
 namespace velq {
 
-/*! Writes changes into the tables of an open database, inside the caller's transaction. */
+/*! Writes changes into the tables of an open database, in one transaction. */
 class BookWriter
 {
 public:
@@ -18,17 +18,21 @@ public:
     //! In a forked child, see Database::abandon().
     void abandon();
 
-    //! 0, or SQLite's code; the caller rolls back then and calls forgetDevices().
+    //! 0, or SQLite's code; the caller rolls back then and calls forgetDevices(). The latest use of
+    //! a device is written once a minute, which spares a page of most commits.
     [[nodiscard]] int write(const Changes &changes);
     //! Device numbers of a transaction that was rolled back do not count.
     void forgetDevices()
     {
         m_devices.clear();
+        m_seen.clear();
     }
 
 private:
+    [[nodiscard]] int writeAll(const Changes &changes);
     [[nodiscard]] int writeResets(const Changes &changes);
     [[nodiscard]] int writeDevices(const Changes &changes);
+    [[nodiscard]] int writeSeen(const Changes &changes);
     [[nodiscard]] int writeHours(const Changes &changes);
     [[nodiscard]] int writeRecent(const Changes &changes);
     [[nodiscard]] int writeMarks(const Changes &changes);
@@ -40,6 +44,8 @@ private:
     [[nodiscard]] int addHour(const HourKey &key, const Amounts &amounts);
 
     enum Query {
+        Begin,
+        Commit,
         ResetHours,
         ResetDays,
         SetReset,
@@ -62,7 +68,8 @@ private:
     static const char *sqlOf(int query);
 
     Statement m_statements[QueryCount];
-    std::map<std::string, std::int64_t> m_devices;
+    std::map<std::string, std::int64_t> m_devices; // their numbers
+    std::map<std::string, std::int64_t> m_seen; // what was written last
 };
 
 } // namespace velq

@@ -1,15 +1,41 @@
 #include "store/Changes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace velq {
 
+namespace {
+
+constexpr double kMuchBytes = 1 << 20;
+
+// As floating point numbers, which do not overflow.
+double bytesOf(const HourAmounts &hours)
+{
+    double bytes = 0;
+    for (const auto &[key, amounts] : hours)
+        bytes += std::abs(double(amounts.download)) + std::abs(double(amounts.upload));
+    return bytes;
+}
+
+} // namespace
+
+bool Changes::hasOthers() const
+{
+    return !forgotten.empty() || !settled.empty() || !devices.empty() || !reasons.empty()
+        || !settings.empty() || keepHoursFrom
+        || std::any_of(resets.begin(), resets.end(), [](const auto &at) { return bool(at); });
+}
+
 bool Changes::isEmpty() const
 {
-    return hours.empty() && recent.empty() && forgotten.empty() && marks.empty() && settled.empty()
-        && devices.empty() && seen.empty() && reasons.empty() && settings.empty() && !keepHoursFrom
-        && std::none_of(resets.begin(), resets.end(), [](const auto &at) { return bool(at); });
+    return hours.empty() && recent.empty() && marks.empty() && seen.empty() && !hasOthers();
+}
+
+bool Changes::isUrgent() const
+{
+    return hasOthers() || bytesOf(hours) >= kMuchBytes;
 }
 
 void Changes::prepend(Changes earlier)

@@ -26,6 +26,9 @@ constexpr std::int64_t kHourSeconds = 3600;
 //! The device of amounts that the operator's figure adds or takes away.
 constexpr const char *kOperatorDevice = "operator";
 
+//! No clock shows more: tens of thousands of years. Sums of such times fit.
+constexpr std::int64_t kLatestSecond = std::int64_t(1) << 40;
+
 /*! A row of the books: an hour of UTC, and of it what belongs to one local day. */
 struct HourKey
 {
@@ -82,8 +85,14 @@ struct Changes
     std::optional<std::int64_t> keepHoursFrom; //!< hours before it are thinned out to days
 
     [[nodiscard]] bool isEmpty() const;
+    //! Whether it should be written soon: a MiB or more, or anything besides amounts and marks.
+    [[nodiscard]] bool isUrgent() const;
     //! Puts \a earlier, which could not be written, before what gathered meanwhile.
     void prepend(Changes earlier);
+
+private:
+    //! Anything that is not of every second.
+    [[nodiscard]] bool hasOthers() const;
 };
 
 } // namespace velq

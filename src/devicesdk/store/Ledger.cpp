@@ -36,12 +36,13 @@ void addWithin(const HourAmounts &from, const Span &span, HourAmounts &to)
 
 Reason clockReason(const std::vector<Move> &moves)
 {
+    Amounts moved;
+    for (const Move &move : moves)
+        moved.add(move.amounts);
     Reason reason;
     reason.kind = ReasonKind::ClockStepped;
-    for (const Move &move : moves) {
-        reason.download += move.amounts.download;
-        reason.upload += move.amounts.upload;
-    }
+    reason.download = moved.download;
+    reason.upload = moved.upload;
     reason.seconds = moves.front().to.start - moves.front().from.start;
     return reason;
 }
@@ -199,6 +200,12 @@ void Ledger::seed(const HourAmounts &past)
     commit();
 }
 
+bool Ledger::isUrgent()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return !m_written || m_pending.isUrgent();
+}
+
 void Ledger::commit()
 {
     const std::lock_guard<std::mutex> guard(m_storeMutex);
@@ -237,6 +244,7 @@ void Ledger::commitLocked()
     }
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
     const bool wasShared = std::exchange(m_shared, m_store.state() == StoreState::Shared);
+    m_written = written;
     if (!written && !m_shared)
         m_pending.prepend(std::move(changes));
     if (wasShared && !m_shared) {
@@ -443,7 +451,9 @@ void Ledger::thinOut(int days, std::int64_t now)
 std::int64_t Ledger::hoursFrom() const
 {
     const auto it = m_settings.find(kHoursFrom);
-    return it == m_settings.end() ? 0 : std::strtoll(it->second.c_str(), nullptr, 10);
+    return it == m_settings.end()
+        ? 0
+        : std::min<std::int64_t>(std::strtoll(it->second.c_str(), nullptr, 10), kLatestSecond);
 }
 
 std::string Ledger::backUp(const std::string &path)

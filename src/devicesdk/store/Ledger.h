@@ -49,6 +49,8 @@ public:
               const std::optional<std::uint64_t> &takeovers = {});
     //! Adds a past to a new ledger.
     void seed(const HourAmounts &past);
+    //! Whether commit() should not wait: there is much to write, or a store to be opened or mended.
+    [[nodiscard]] bool isUrgent();
     //! Writes what is pending; opens or mends the store first where that is needed.
     void commit();
     //! The sum of a connect type over local days. Never waits for the disk.
@@ -122,6 +124,7 @@ private:
     RecentBook m_recent;
     std::array<std::int64_t, kConnectTypes> m_resets {};
     std::map<std::string, std::string> m_settings; // stored and pending
+    bool m_written = false; // the latest commit
     bool m_shared = false; // another process counts: booking would count twice
     std::uint64_t m_takeovers = 0;
     std::vector<LinkMark> m_lateMarks;

@@ -60,6 +60,40 @@ constexpr const char *kBooks
       " sum(any_ms) FROM hour GROUP BY day, device, use;"
       "DROP TABLE bucket";
 
+// Everything that a database is made of, with its triggers and views. What ANALYZE adds is
+// harmless.
+constexpr const char *kDescribe
+    = "SELECT (SELECT encoding FROM pragma_encoding) || coalesce(group_concat(line, ';'), '') FROM"
+      " (SELECT type || ' ' || name || ' ' || tbl_name || ' ' || sql AS line FROM sqlite_master"
+      " WHERE sql IS NOT NULL AND NOT (type = 'table' AND name LIKE 'sqlite_stat%')"
+      " ORDER BY type, name)";
+
+// Makes a query that finds a value of another type than its column's, in whatever tables there are.
+constexpr const char *kStrangeValues
+    = "SELECT group_concat('SELECT 1 FROM ' || name || ' WHERE ' || (SELECT"
+      " group_concat('typeof(' || name || ') <> ''' || lower(type) || '''', ' OR ')"
+      " FROM pragma_table_info(m.name)), ' UNION ALL ') || ' LIMIT 1' FROM sqlite_master AS m"
+      " WHERE type = 'table' AND name NOT LIKE 'sqlite_stat%'";
+
+constexpr const char *kComplete
+    = "BEGIN IMMEDIATE;"
+      "INSERT OR IGNORE INTO reset (type, at) VALUES (0, CAST(strftime('%s', 'now') AS INTEGER)),"
+      " (1, CAST(strftime('%s', 'now') AS INTEGER));"
+      "INSERT OR IGNORE INTO device (id, key, label) SELECT device, 'unknown ' || device, 'unknown'"
+      " FROM (SELECT device FROM hour UNION SELECT device FROM day)"
+      " WHERE device NOT IN (SELECT id FROM device);"
+      "COMMIT";
+
+//! What a database with schema \a number is made of. SQLite's code.
+int describeSchema(std::size_t number, Migrations migrations, std::string &description)
+{
+    Database model;
+    migrations.resize(number);
+    int code = model.open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    code = code ? code : migrate(model, migrations);
+    return code ? code : model.queryText(kDescribe, description);
+}
+
 void localDay(sqlite3_context *context, int, sqlite3_value **values)
 {
     sqlite3_result_int(context, TimeZone::system().dayOf(sqlite3_value_int64(values[0])));
@@ -92,20 +126,48 @@ Migrations schemaMigrations()
 SchemaCheck checkSchema(Database &database, const Migrations &migrations)
 {
     SchemaCheck check;
-    std::int64_t tables = 0;
     check.error = database.queryInteger("PRAGMA user_version", check.number);
+    std::string found;
     if (check.error == SQLITE_OK)
-        check.error = database.queryInteger("SELECT count(*) FROM sqlite_master", tables);
+        check.error = database.queryText(kDescribe, found);
     if (check.error != SQLITE_OK)
         return check;
     const auto current = static_cast<std::int64_t>(migrations.size());
-    if (check.number > current)
+    if (check.number > current) {
         check.state = SchemaState::Newer;
-    else if (check.number < 0 || (check.number == 0) != (tables == 0))
-        check.state = SchemaState::Foreign;
-    else
-        check.state = check.number == current ? SchemaState::Current : SchemaState::Old;
+        return check;
+    }
+    std::string expected;
+    if (check.number >= 0)
+        check.error = describeSchema(static_cast<std::size_t>(check.number), migrations, expected);
+    if (check.error == SQLITE_OK)
+        check.state = found != expected ? SchemaState::Foreign
+            : check.number == current   ? SchemaState::Current
+                                        : SchemaState::Old;
     return check;
+}
+
+int checkContent(Database &database)
+{
+    std::string health;
+    int code = database.queryText("PRAGMA quick_check(1)", health);
+    if (code == SQLITE_OK && health != "ok")
+        code = SQLITE_CORRUPT;
+    std::string query;
+    if (code == SQLITE_OK)
+        code = database.queryText(kStrangeValues, query);
+    std::int64_t found = 0;
+    if (code == SQLITE_OK && !query.empty())
+        code = database.queryInteger(query.c_str(), found);
+    return code == SQLITE_OK && found ? SQLITE_CORRUPT : code;
+}
+
+int completeRows(Database &database)
+{
+    const int code = database.execute(kComplete);
+    if (code != SQLITE_OK)
+        (void)database.execute("ROLLBACK");
+    return code;
 }
 
 int migrate(Database &database, const Migrations &migrations)

@@ -18,7 +18,7 @@ enum class SchemaState {
     Current,
     Old, //!< can be migrated; an empty database too
     Newer, //!< written by a later version
-    Foreign, //!< a database of something else, or one without its tables
+    Foreign, //!< a database of something else, or one with other tables than its number says
     Unreadable //!< asking failed
 };
 
@@ -30,6 +30,18 @@ struct SchemaCheck
 };
 
 [[nodiscard]] SchemaCheck checkSchema(Database &database, const Migrations &migrations);
+
+/*!
+ * Looks at every page and row of a database that is no newer: 0, SQLITE_CORRUPT for a damaged page
+ * or a value that is not of its column's type, or another of SQLite's codes.
+ */
+[[nodiscard]] int checkContent(Database &database);
+
+/*!
+ * Makes up for rows that others need, in a current database: amounts of a device that is missing
+ * get one, so that no new device takes them over. 0, or SQLite's code.
+ */
+[[nodiscard]] int completeRows(Database &database);
 
 /*!
  * Applies the missing steps, each in one transaction with its number, and leaves what was reached

@@ -165,8 +165,9 @@ std::int64_t Statement::integer(int column) const
 
 std::string Statement::text(int column) const
 {
-    const auto *bytes = sqlite3_column_text(m_statement, column);
-    return bytes ? reinterpret_cast<const char *>(bytes) : std::string();
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
+    return bytes ? std::string(bytes, size) : std::string(); // a NUL is a character
 }
 
 } // namespace velq

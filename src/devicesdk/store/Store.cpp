@@ -191,21 +191,26 @@ int Store::checkWritable()
     }
     if (check.state == SchemaState::Foreign)
         return SQLITE_CORRUPT;
-    std::string health;
     int code = m_database.execute(kSmallCache);
     if (code == SQLITE_OK)
-        code = m_database.queryText("PRAGMA quick_check(1)", health);
-    if (code == SQLITE_OK && health != "ok")
-        code = SQLITE_CORRUPT;
+        code = checkContent(m_database);
     if (code == SQLITE_OK && m_database.isReadOnly())
         code = SQLITE_READONLY;
+    // What cannot be migrated is found out before the switch to WAL, which changes the file.
+    if (code == SQLITE_OK && check.state == SchemaState::Old && check.number > 0)
+        code = migrate(m_database, schemaMigrations());
     // FULL: a committed transaction survives a power cut, not only the end of the process.
     if (code == SQLITE_OK)
         code = m_database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     if (code == SQLITE_OK)
         code = migrate(m_database, schemaMigrations());
+    if (code == SQLITE_ERROR)
+        code = SQLITE_CORRUPT; // a step cannot do with what the tables hold
     if (code == SQLITE_OK)
-        code = m_writer.prepare(m_database);
+        code = completeRows(m_database);
+    if (code != SQLITE_OK)
+        return code;
+    code = m_writer.prepare(m_database);
     // The number is right but the tables are not there. Every other failure may pass.
     return code == SQLITE_ERROR ? SQLITE_CORRUPT : code;
 }
@@ -281,11 +286,7 @@ bool Store::commit(const Changes &changes)
         return false;
     if (changes.isEmpty())
         return true;
-    int code = m_database.execute("BEGIN IMMEDIATE");
-    if (code == SQLITE_OK)
-        code = m_writer.write(changes);
-    if (code == SQLITE_OK)
-        code = m_database.execute("COMMIT");
+    const int code = m_writer.write(changes);
     if (code == SQLITE_OK) {
         m_problem.clear();
         return true;

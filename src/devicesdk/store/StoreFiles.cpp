@@ -14,7 +14,7 @@ namespace velq {
 
 namespace {
 
-constexpr std::array<const char *, 3> kEndings { "", "-wal", "-shm" };
+constexpr std::array<const char *, 4> kEndings { "", "-wal", "-shm", "-journal" };
 
 bool exists(const std::string &path)
 {

@@ -24,6 +24,7 @@ private slots:
     void withoutDevicesThereIsTheAutomaticChoice();
     void theUsedDeviceIsChecked();
     void aDeviceThatIsNotThereSaysSo();
+    void aUsedNameIsItsDevice();
     void aUsedNameThatNobodyKnowsIsShown();
     void aChoiceIsTold();
     void eachShowingReadsAnew();
@@ -53,9 +54,9 @@ void tst_DeviceMenu::init()
 {
     m_log.reset(new TestLog);
     m_devices = {};
-    m_devices.list = { { "sim:1/2", "Stick (Operator), wwan0", true, true },
-                       { "hw:02", "eth0", true, false },
-                       { "name:usb0", "usb0", false, false } };
+    m_devices.list = { { "sim:1/2", "Stick (Operator), wwan0", true, true, "wwan0" },
+                       { "hw:02", "eth0", true, false, "eth0" },
+                       { "name:usb0", "usb0", false, false, "usb0" } };
 }
 
 void tst_DeviceMenu::cleanup()
@@ -103,6 +104,20 @@ void tst_DeviceMenu::aDeviceThatIsNotThereSaysSo()
     QCOMPARE(shown(menu).value(3), QStringLiteral("usb0 (not present)*"));
 }
 
+//! "velqctl use wwan0" remembers the name; the present device is before one that had it once.
+void tst_DeviceMenu::aUsedNameIsItsDevice()
+{
+    DeviceMenu menu;
+    m_devices.list.append({ "hw:03", "Old stick, wwan0", false, false, "wwan0" });
+    m_devices.used = "wwan0";
+    QCOMPARE(shown(menu),
+             QStringList({ "&Automatic", "Stick (Operator), wwan0*", "eth0", "usb0 (not present)",
+                           "Old stick, wwan0 (not present)" }));
+    m_devices.used = "usb0";
+    QCOMPARE(shown(menu).value(3), QStringLiteral("usb0 (not present)*"));
+    QCOMPARE(shown(menu).size(), 5);
+}
+
 void tst_DeviceMenu::aUsedNameThatNobodyKnowsIsShown()
 {
     DeviceMenu menu;
@@ -134,7 +149,7 @@ void tst_DeviceMenu::eachShowingReadsAnew()
 void tst_DeviceMenu::ampersandsAreNoMnemonics()
 {
     DeviceMenu menu;
-    m_devices.list = { { "hw:1", "A&B", true, false } };
+    m_devices.list = { { "hw:1", "A&B", true, false, "eth0" } };
     QCOMPARE(shown(menu).value(1), QStringLiteral("A&&B"));
 }
 

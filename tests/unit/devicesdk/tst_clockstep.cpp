@@ -25,6 +25,7 @@ private slots:
     void afterABootThePastIsLeftAlone();
     void aResetForgetsWhatCouldMove();
     void theReasonIsTold();
+    void theReasonOfTheLargestAmountsStaysAtTheLimit();
 };
 
 namespace {
@@ -300,6 +301,23 @@ void tst_ClockStep::theReasonIsTold()
     QVERIFY(reasons[0].kind == velq::ReasonKind::ClockStepped);
     QCOMPARE(reasons[0].seconds, kDay);
     QCOMPARE(reasons[0].download, qint64(6));
+}
+
+void tst_ClockStep::theReasonOfTheLargestAmountsStaysAtTheLimit()
+{
+    const StoreFolder folder;
+    Desk desk(folder);
+    velq::BookingBatch batch;
+    batch.bookings = { { kDevice, 0, { INT64_MAX, INT64_MIN, 0, 0 } },
+                       { kDevice, 1, { INT64_MAX, INT64_MIN, 0, 0 } } };
+    desk.ledger.book(batch, desk.now());
+    desk.setClock(kDay);
+    desk.look();
+    std::vector<velq::Reason> reasons;
+    QVERIFY(desk.ledger.reasons(1, reasons));
+    QCOMPARE(int(reasons.size()), 1);
+    QCOMPARE(reasons[0].download, std::int64_t(INT64_MAX));
+    QCOMPARE(reasons[0].upload, std::int64_t(INT64_MIN));
 }
 
 QTEST_GUILESS_MAIN(tst_ClockStep)

@@ -91,6 +91,7 @@ private slots:
     void unknownKindsFail_data();
     void unknownKindsFail();
     void commitsEveryFewTicks();
+    void aLittleWaitsLonger();
     void eachTickSendsOneEvent();
     void callbacksMayAskAndLeave();
     void theRouteMovingToAnotherLinkBooksTheRest();
@@ -98,6 +99,7 @@ private slots:
     void aStoreThatCanBeReadLateLosesNothing();
     void theUsedDeviceIsRemembered();
     void theOperatorsFigureIsTakenOver();
+    void theOperatorsFigureReplacesTheLeastAmount();
     void hoursAreThinnedOutByPolicy();
     void afterClosingAnswersGoOnFromMemory();
 
@@ -407,6 +409,29 @@ void tst_Engine::commitsEveryFewTicks()
     QCOMPARE(runSql(m_folder->file(), count), qint64(velq::kCommitSeconds));
 }
 
+//! A little of what is known already may wait for a minute.
+void tst_Engine::aLittleWaitsLonger()
+{
+    constexpr qint64 kMuch = 1 << 20;
+    const char *count = "SELECT coalesce(sum(download), 0) FROM hour";
+    const auto commitNow = [this](quint64 bytes) {
+        secondOf(bytes, 0);
+        for (int i = 1; i < velq::kCommitSeconds; ++i)
+            secondOf(0, 0);
+    };
+    commitNow(1);
+    for (int i = 1; i < velq::kLongestWaitSeconds; ++i) {
+        secondOf(1, 0);
+        QCOMPARE(runSql(m_folder->file(), count), 1LL);
+    }
+    secondOf(1, 0);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
+    commitNow(kMuch - 1);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
+    commitNow(1);
+    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds) + kMuch);
+}
+
 void tst_Engine::eachTickSendsOneEvent()
 {
     m_engine->callbacks().add(record);
@@ -538,6 +563,17 @@ void tst_Engine::theOperatorsFigureIsTakenOver()
     QCOMPARE(get(5).download, std::uint64_t(3));
 }
 
+void tst_Engine::theOperatorsFigureReplacesTheLeastAmount()
+{
+    velq::BookingBatch batch;
+    batch.bookings.push_back({ "hw:1", 0, { INT64_MIN, INT64_MIN, 0, 0 } });
+    m_engine->ledger().book(batch, { m_world.wall, m_world.bootNs / kSecond });
+    QVERIFY(m_engine->correct(4, 0, 5000, 4));
+    std::vector<velq::Reason> reasons;
+    QVERIFY(m_engine->ledger().reasons(1, reasons));
+    QCOMPARE(reasons.at(0).download, std::int64_t(INT64_MAX)); // as much as there can be
+}
+
 void tst_Engine::hoursAreThinnedOutByPolicy()
 {
     const auto count = [this] { return runSql(m_folder->file(), "SELECT count(*) FROM hour"); };
@@ -549,6 +585,7 @@ void tst_Engine::hoursAreThinnedOutByPolicy()
     jump(m_world.wall + 3000 * qint64(86400));
     for (int i = 0; i < 5; ++i)
         secondOf(1, 0);
+    m_engine->ledger().commit();
     QCOMPARE(count(), 2LL);
     m_engine->setKeptDays(velq::kKeptDays);
     jump(m_world.wall + 86400);

@@ -37,6 +37,7 @@ private slots:
     void sumsSinceAnHour();
     void sumsSinceAnHourThatWasThinnedOutTakeTheDay();
     void aClockThatIsYearsAheadForADayTakesNoHours();
+    void aLimitOfTheHoursBeyondAllTimesTakesTheDay();
     void marksReasonsAndSettingsAreStored();
     void hoursAndDaysArePlusPending();
     void aStoreThatWasSetAsideIsTold();
@@ -500,6 +501,24 @@ void tst_Ledger::aClockThatIsYearsAheadForADayTakesNoHours()
     ledger.thinOut(730, hour);
     QVERIFY(ledger.totalsSince(hour + 3 * 86400, since));
     QCOMPARE(since.download, std::int64_t(2));
+}
+
+void tst_Ledger::aLimitOfTheHoursBeyondAllTimesTakesTheDay()
+{
+    const StoreFolder folder;
+    const qint64 hour = velq::hourStart(kNow);
+    Ledger ledger(ledgerOptions(folder.options()));
+    book(ledger, 0, hour, { 1, 0, 0, 0 });
+    book(ledger, 0, hour + 3600, { 10, 0, 0, 0 });
+    Amounts since;
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(10));
+    QVERIFY(ledger.setSetting("hours_from", "9223372036854775807"));
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(11));
+    QVERIFY(ledger.setSetting("hours_from", "-9223372036854775808"));
+    QVERIFY(ledger.totalsSince(hour + 3600, since));
+    QCOMPARE(since.download, std::int64_t(10));
 }
 
 void tst_Ledger::marksReasonsAndSettingsAreStored()

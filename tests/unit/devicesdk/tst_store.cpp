@@ -350,11 +350,14 @@ void tst_Store::sideFilesAreSetAsideToo()
     folder.write("velq.db", QByteArray(8192, 'x'));
     folder.write("velq.db-wal", "left over");
     folder.write("velq.db-shm", "left over too");
+    folder.write("velq.db-journal", "left over as well");
     Store store(folder.options());
     store.open();
     QCOMPARE(store.state(), StoreState::Writable);
     QCOMPARE(folder.content("velq.db.damaged-20310305-120000-wal"), QByteArray("left over"));
     QVERIFY(folder.entries().contains("velq.db.damaged-20310305-120000-shm"));
+    QCOMPARE(folder.content("velq.db.damaged-20310305-120000-journal"),
+             QByteArray("left over as well"));
 }
 
 void tst_Store::aDamagedDatabaseKeepsItsLog()

@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sqlite3.h>
+
 #include <array>
 #include <atomic>
 #include <climits>
@@ -21,9 +23,11 @@ private slots:
     void beforeTheFirstUse();
     void nullPointersFailAndTouchNothing();
     void sizesThatAreNoneFailAndTouchNothing();
+    void wordsAreCutBetweenCharacters();
     void kindsTypesAndAmountsOutOfRangeFail();
     void anySpanIsAnswered_data();
     void anySpanIsAnswered();
+    void rememberedDevicesAreListedAfterThoseThatAreThere();
     void aDeviceThatCannotBeIsRefused_data();
     void aDeviceThatCannotBeIsRefused();
     void anyTextOfADeviceIsKeptAsItIs_data();
@@ -174,6 +178,14 @@ void tst_VelqExtension::sizesThatAreNoneFailAndTouchNothing()
     QCOMPARE(VELQ_DevSrv_UseDevice(nullptr), 0);
 }
 
+//! What is wrong names a path, which may have any letters.
+void tst_VelqExtension::wordsAreCutBetweenCharacters()
+{
+    QByteArray buffer(8, 'x');
+    QVERIFY(VELQ_StoreSrv_BackUp("/\xc3\xbc\xc3\xbc/copy", buffer.data(), 5) != 0);
+    QCOMPARE(buffer, QByteArray("/\xc3\xbc\0xxxx", 8));
+}
+
 void tst_VelqExtension::kindsTypesAndAmountsOutOfRangeFail()
 {
     int from = 77;
@@ -232,6 +244,38 @@ void tst_VelqExtension::anySpanIsAnswered()
     QCOMPARE(VELQ_StatisticsSrv_ReleaseUsage(list), 0);
     QCOMPARE(sdkHistory(ULLONG_MAX).result, 0);
     QCOMPARE(sdkHistory(ULLONG_MAX).upload(), quint64(0));
+}
+
+void tst_VelqExtension::rememberedDevicesAreListedAfterThoseThatAreThere()
+{
+    QCOMPARE(takeLists(), 0); // which commits
+    const auto runSql = [this](const char *sql) {
+        sqlite3 *database = nullptr;
+        const QByteArray file = m_folder.filePath("store/velq.db").toUtf8();
+        const bool done = sqlite3_open(file.constData(), &database) == SQLITE_OK
+            && sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+        sqlite3_close(database);
+        return done;
+    };
+    QVERIFY(runSql(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20)"
+        " INSERT INTO device (key, label, seen) SELECT 'sim:' || i, 'Away', 1000 + i FROM n"));
+    VELQ_Device *list = nullptr;
+    int count = 0;
+    QCOMPARE(VELQ_DevSrv_GetDevices(&list, &count), 0);
+    int away = 0;
+    for (int i = 0; i < count; ++i) {
+        if (std::strncmp(list[i].key, "sim:", 4) != 0) {
+            QCOMPARE(away, 0);
+            continue;
+        }
+        QCOMPARE(list[i].present, 0);
+        QCOMPARE(list[i].lastUse, 1020LL - away); // the latest first
+        ++away;
+    }
+    QCOMPARE(away, 20);
+    QCOMPARE(VELQ_DevSrv_ReleaseDevices(list), 0);
+    QVERIFY(runSql("DELETE FROM device WHERE key LIKE 'sim:%'"));
 }
 
 void tst_VelqExtension::aDeviceThatCannotBeIsRefused_data()

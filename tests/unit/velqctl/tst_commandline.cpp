@@ -19,6 +19,8 @@ private slots:
     void badLinesAreUsageErrors_data();
     void badLinesAreUsageErrors();
     void helpAndVersionAreGood();
+    void emptyNamesAreUsageErrors_data();
+    void emptyNamesAreUsageErrors();
     void whatATerminalWouldObeyIsNotRepeated();
 };
 
@@ -177,6 +179,7 @@ void tst_CommandLine::badLinesAreUsageErrors_data()
     row("export --json --csv", "choose one of");
     row("export --csv --openmetrics", "excludes");
     row("export --openmetrics --hours", "has no span");
+    row("export --openmetrics --days", "has no span");
     row("backup", "FILE is required");
     row("status --week-start 7", "--week-start");
     row("status --week-start -1", "--week-start");
@@ -206,6 +209,36 @@ void tst_CommandLine::helpAndVersionAreGood()
         QVERIFY(parsed.outcome.message.empty());
     }
     QVERIFY(parse("--version").outcome.output.rfind("velqctl ", 0) == 0);
+}
+
+void tst_CommandLine::emptyNamesAreUsageErrors_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("directory") << "reset --yes --data-dir"
+                               << "--data-dir";
+    QTest::newRow("interface") << "status --interface"
+                               << "--interface";
+    QTest::newRow("output") << "export --csv --output"
+                            << "--output";
+    QTest::newRow("backup") << "backup"
+                            << "FILE";
+    QTest::newRow("device") << "use"
+                            << "use";
+}
+
+//! What a script writes whose variable is not set must not mean the user's own store.
+void tst_CommandLine::emptyNamesAreUsageErrors()
+{
+    QFETCH(QString, line);
+    std::vector<std::string> arguments;
+    for (const QString &word : line.split(' '))
+        arguments.push_back(word.toStdString());
+    arguments.emplace_back();
+    const CommandLine parsed = parseCommandLine(arguments);
+    QVERIFY(!parsed.command);
+    QCOMPARE(int(parsed.outcome.code), 2);
+    QTEST(QString::fromStdString(parsed.outcome.message).section(':', 0, 0), "name");
 }
 
 void tst_CommandLine::whatATerminalWouldObeyIsNotRepeated()

@@ -18,6 +18,7 @@ private slots:
     void allIsWell();
     void aFactShowsInItsCheck_data();
     void aFactShowsInItsCheck();
+    void nothingIsCountedForAReason();
     void textAndJsonHaveEveryCheck();
     void theBusSocketIsFound_data();
     void theBusSocketIsFound();
@@ -118,6 +119,20 @@ void tst_DoctorRules::aFactShowsInItsCheck()
     QVERIFY(found);
     QCOMPARE(int(found->level), level);
     QCOMPARE(hasError(checks), level == int(Level::Error));
+}
+
+void tst_DoctorRules::nothingIsCountedForAReason()
+{
+    DoctorFacts facts = wellFacts();
+    facts.interface.clear();
+    const auto says = [&facts](const char *words) {
+        const std::vector<Check> checks = diagnose(facts);
+        const Check *check = find(checks, "interface");
+        return check && check->text.find(words) != std::string::npos;
+    };
+    QVERIFY(says("no default route"));
+    facts.used = "hw:02"; // which is away
+    QVERIFY(says("used device is not here") && !says("no default route"));
 }
 
 void tst_DoctorRules::textAndJsonHaveEveryCheck()
