@@ -205,8 +205,8 @@ VELQ_EXPORT int VELQ_StoreSrv_GetPath(char *path, int size);
 VELQ_EXPORT int VELQ_StoreSrv_IsCounting(void);
 
 /*!
- * Keeps hours for \a days days (1 to 36500), 730 without this call; 0: for ever. Their days are
- * always kept. At any time; not stored.
+ * Keeps hours for \a days days (1 to 36500, at least a week), 730 without this call; 0: for ever.
+ * Their days are always kept. At any time; not stored.
  */
 VELQ_EXPORT int VELQ_StoreSrv_SetKeptDays(int days);
 

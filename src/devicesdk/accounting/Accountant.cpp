@@ -13,6 +13,7 @@ constexpr std::int64_t kNsPerMs = 1000000;
 // A link still counts that long after it lost its route: reconnecting takes seconds, and what flows
 // around it is the connection's.
 constexpr std::int64_t kGraceNs = 60000000000;
+constexpr std::int64_t kHourNs = 3600000000000;
 
 Amounts amountsOf(const LinkCounters &counters)
 {
@@ -41,6 +42,15 @@ Reason reasonOf(ReasonKind kind, const TrackedLink &tracked, const Amounts &amou
     reason.download = amounts.download;
     reason.upload = amounts.upload;
     return reason;
+}
+
+//! A driver whose counters fall all the time is told once an hour.
+bool isNewFall(TrackedLink &tracked, std::int64_t nowNs)
+{
+    if (tracked.fallToldNs && nowNs - *tracked.fallToldNs < kHourNs)
+        return false;
+    tracked.fallToldNs = nowNs;
+    return true;
 }
 
 bool isSameRoute(const DefaultRoute &one, const DefaultRoute &other)
@@ -78,6 +88,14 @@ void Accountant::learn(std::vector<LinkMark> stored)
     for (TrackedLink &tracked : m_links)
         tracked.markAsked = false;
     m_changed = m_first = true;
+}
+
+void Accountant::tellAgain()
+{
+    for (TrackedLink &tracked : m_links) {
+        tracked.noteTold = false;
+        tracked.mark.reset();
+    }
 }
 
 LinkId Accountant::idOf(const Link &link) const
@@ -306,7 +324,7 @@ void Accountant::book(TrackedLink &tracked, bool countedNow, std::int64_t nowNs,
         batch.bookings.push_back({ tracked.note.key, use, amounts });
     if (!recovered.isZero())
         batch.reasons.push_back(reasonOf(ReasonKind::Recovered, tracked, recovered));
-    if (tracked.fell() && (toBook || tracked.mark))
+    if (tracked.fell() && (toBook || tracked.mark) && isNewFall(tracked, nowNs))
         batch.reasons.push_back(reasonOf(ReasonKind::CounterFell, tracked, {}));
     if (!tracked.noteTold && (toBook || !amounts.isZero())) {
         batch.devices.push_back(tracked.note);

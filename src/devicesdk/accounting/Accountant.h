@@ -42,6 +42,8 @@ public:
     void goOnFrom(std::vector<LinkMark> stored);
     //! What \a stored says was not known until now; what was booked since the start is beyond it.
     void learn(std::vector<LinkMark> stored);
+    //! The store is a new one: what it should know of the links is told again.
+    void tellAgain();
     //! Takes a look at \a nowNs of the boot clock.
     [[nodiscard]] BookingBatch advance(const LinkNews &news,
                                        const std::shared_ptr<const NetworkFacts> &facts,

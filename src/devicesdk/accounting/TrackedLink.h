@@ -74,6 +74,7 @@ public:
     bool roaming = false;
     bool timed = false; //!< counted and up at the latest look
     std::optional<std::int64_t> countedNs; //!< when it was counted last
+    std::optional<std::int64_t> fallToldNs; //!< when it was told that a counter fell
     std::optional<LinkMark> mark; //!< the latest one that was handed out
 
 private:

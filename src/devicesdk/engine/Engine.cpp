@@ -1,6 +1,7 @@
 #include "engine/Engine.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -70,6 +71,7 @@ Engine::Engine(EngineParts parts)
     , m_ledger(ledgerOptions(parts, m_localDays))
     , m_accountant(parts.boot, m_ledger.marks())
     , m_takeovers(m_ledger.takeovers())
+    , m_renewals(m_ledger.renewals())
 {
     m_accountant.use(usedDevice());
 }
@@ -131,6 +133,9 @@ std::string Engine::interfaceToConnect()
 
 void Engine::sampleLocked()
 {
+    if (m_unfinished && !beginAnew())
+        return;
+    m_unfinished = true;
     const LinkNews news = m_source->read();
     const auto facts = m_facts ? m_facts() : nullptr;
     const std::int64_t bootNs = m_clock.bootNs();
@@ -139,10 +144,27 @@ void Engine::sampleLocked()
     followStore(takeovers);
     const std::lock_guard<std::mutex> guard(m_mutex);
     m_ledger.book(m_accountant.advance(news, facts, bootNs), moment, takeovers);
+    m_unfinished = false;
+}
+
+bool Engine::beginAnew()
+{
+    m_ledger.commit();
+    if (m_ledger.isUrgent() && !m_ledger.isShared())
+        return false; // its marks are not where the books end
+    std::vector<LinkMark> marks = m_ledger.marks();
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    m_accountant.goOnFrom(std::move(marks));
+    return true;
 }
 
 void Engine::followStore(std::uint64_t takeovers)
 {
+    if (const int renewals = m_ledger.renewals(); renewals != m_renewals) {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_renewals = renewals;
+        m_accountant.tellAgain();
+    }
     const bool tookOver = takeovers != m_takeovers;
     std::vector<LinkMark> late = m_ledger.takeLateMarks();
     if (!tookOver && late.empty())
@@ -159,9 +181,12 @@ void Engine::followStore(std::uint64_t takeovers)
 
 void Engine::tick()
 {
-    sample();
-    if (++m_ticks % kCommitSeconds == 0)
-        commitIfDue();
+    try {
+        sample();
+        if (++m_ticks % kCommitSeconds == 0)
+            commitIfDue();
+    } catch (const std::exception &) { // no memory: the next look begins anew
+    }
     const LiveFigures figures = live();
     auto data = eventData(figures.connected, figures.type);
     m_callbacks.notify(kEventStatistics, data.data());

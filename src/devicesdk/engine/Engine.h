@@ -8,6 +8,7 @@
 #include "engine/Report.h"
 #include "store/Ledger.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -26,6 +27,7 @@ constexpr int kCommitSeconds = 5;
 constexpr int kLongestWaitSeconds = 30;
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
+constexpr int kLeastKeptDays = 7;
 
 /*! What an engine works with. */
 struct EngineParts
@@ -92,10 +94,10 @@ public:
      */
     [[nodiscard]] bool correct(int kind, int type, std::int64_t download, std::int64_t upload);
     [[nodiscard]] DaySpan periodOf(int kind) const;
-    //! How long hours are kept; 0: for ever.
+    //! How long hours are kept; 0: for ever. A step of the clock may need those of some days.
     void setKeptDays(int days)
     {
-        m_keptDays = days;
+        m_keptDays = days > 0 ? std::max(days, kLeastKeptDays) : 0;
     }
     //! Where the weekly and the monthly report begin; valid.
     void setPeriodStart(const PeriodStart &start)
@@ -109,6 +111,8 @@ private:
     [[nodiscard]] std::int64_t now() const;
     [[nodiscard]] Moment moment() const;
     void sampleLocked();
+    //! After a look that was not finished: goes on from where the books end, if those are stored.
+    [[nodiscard]] bool beginAnew();
     //! Goes on from marks of the store that this process did not know.
     void followStore(std::uint64_t takeovers);
     void commitIfDue();
@@ -126,6 +130,8 @@ private:
     mutable std::mutex m_mutex; // guards the accountant; taken before the ledger's
     Accountant m_accountant;
     std::uint64_t m_takeovers = 0;
+    int m_renewals = 0;
+    bool m_unfinished = false; // a look, which was taken and is not in the books
     std::string m_named;
     std::atomic<int> m_keptDays { kKeptDays };
     std::atomic<PeriodStart> m_periodStart { PeriodStart {} };

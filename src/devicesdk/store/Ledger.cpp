@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace velq {
@@ -14,7 +13,6 @@ constexpr const char *kHoursFrom = "hours_from"; // hours before have been thinn
 constexpr std::int64_t kMsPerSecond = 1000;
 constexpr std::int64_t kLongMs = 60 * kMsPerSecond; // a pause, not a late look
 constexpr std::int64_t kDaySeconds = 24 * kHourSeconds;
-constexpr std::int64_t kTwoDays = 2 * kDaySeconds;
 
 std::size_t at(int type)
 {
@@ -24,14 +22,6 @@ std::size_t at(int type)
 std::int64_t offsetOf(const Moment &moment)
 {
     return moment.wallSeconds - moment.bootSeconds;
-}
-
-void addWithin(const HourAmounts &from, const Span &span, HourAmounts &to)
-{
-    for (const auto &[key, amounts] : from) {
-        if (span.contains(key.start))
-            to[key].add(amounts);
-    }
 }
 
 Reason clockReason(const std::vector<Move> &moves)
@@ -83,6 +73,8 @@ void Ledger::loadLocked()
     });
     if (!read)
         return; // what is known stays
+    if (m_begun != m_store.begun())
+        tellNewStore(settings);
     m_days = std::move(days);
     m_resets = resets;
     for (int type = 0; type < kConnectTypes; ++type) {
@@ -101,6 +93,16 @@ void Ledger::loadLocked()
     for (const auto &[name, value] : m_pending.settings)
         settings[name] = value;
     m_settings = std::move(settings);
+}
+
+void Ledger::tellNewStore(const std::map<std::string, std::string> &stored)
+{
+    for (const auto &[name, value] : m_settings) {
+        if (name != kHoursFrom && stored.count(name) == 0)
+            m_pending.settings.insert({ name, value });
+    }
+    m_begun = m_store.begun();
+    ++m_renewals;
 }
 
 void Ledger::noteSetAsides()
@@ -266,58 +268,6 @@ Amounts Ledger::totalsOfUse(int use, const DaySpan &span)
     return m_days.sumOfUse(use, span);
 }
 
-bool Ledger::readHours(const Span &span, HourAmounts &hours)
-{
-    // Commits wait for the store's lock, which the caller holds: the two halves belong together.
-    HourAmounts found;
-    if (m_store.isReadable()
-        && !m_store.read([&](const BookReader &reader) { return reader.hours(span, found); }))
-        return false;
-    const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    for (auto it = found.begin(); it != found.end();) {
-        const bool reset = bool(m_pending.resets[at(typeOfUse(it->first.use))]);
-        it = reset ? found.erase(it) : std::next(it);
-    }
-    addWithin(m_pending.hours, span, found);
-    hours = std::move(found);
-    return true;
-}
-
-bool Ledger::totalsSince(std::int64_t second, Amounts &amounts)
-{
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    constexpr Day kLastDay = std::numeric_limits<Day>::max();
-    const Day first = m_options.dayOf(second);
-    // Hours that were thinned out count with their whole day.
-    bool wholeDay = false;
-    {
-        const std::lock_guard<std::mutex> guard(m_pendingMutex);
-        wholeDay = second < hoursFrom() + kTwoDays;
-    }
-    Amounts sum;
-    if (!wholeDay) {
-        // Which hours belong to which day depends on where the computer was.
-        HourAmounts after;
-        HourAmounts before;
-        if (!readHours({ second, second + kTwoDays }, after)
-            || !readHours({ second - kTwoDays, second }, before))
-            return false;
-        for (const auto &[key, found] : after) {
-            if (key.day <= first)
-                sum.add(found);
-        }
-        for (const auto &[key, found] : before) {
-            if (key.day > first)
-                sum.subtract(found);
-        }
-    }
-    const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    for (int type = 0; type < kConnectTypes; ++type)
-        sum.add(m_days.sum(type, { wholeDay ? first : first + 1, kLastDay }));
-    amounts = sum;
-    return true;
-}
-
 bool Ledger::reset(int type, const Moment &moment)
 {
     const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
@@ -351,68 +301,6 @@ std::string Ledger::problem()
 {
     const std::lock_guard<std::mutex> guard(m_storeMutex);
     return m_store.problem();
-}
-
-bool Ledger::hours(const Span &span, HourAmounts &hours)
-{
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    return readHours(span, hours);
-}
-
-bool Ledger::days(const DaySpan &span, DayAmounts &days)
-{
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    DayAmounts found;
-    if (m_store.isReadable()
-        && !m_store.read([&](const BookReader &reader) { return reader.days(span, found); }))
-        return false;
-    const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    for (auto it = found.begin(); it != found.end();) {
-        const bool reset = bool(m_pending.resets[at(typeOfUse(it->first.use))]);
-        it = reset ? found.erase(it) : std::next(it);
-    }
-    for (const auto &[key, amounts] : m_pending.hours) {
-        if (key.day >= span.from && key.day < span.to)
-            found[{ key.day, key.device, key.use }].add(amounts);
-    }
-    days = std::move(found);
-    return true;
-}
-
-bool Ledger::devices(std::vector<StoredDevice> &devices)
-{
-    commit(); // so that they are all in one place, if that is possible
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    std::vector<StoredDevice> found;
-    if (m_store.isReadable()
-        && !m_store.read([&](const BookReader &reader) { return reader.devices(found); }))
-        return false;
-    devices = std::move(found);
-    return true;
-}
-
-bool Ledger::reasons(int count, std::vector<Reason> &reasons)
-{
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    std::vector<Reason> found;
-    if (m_store.isReadable()
-        && !m_store.read([&](const BookReader &reader) { return reader.reasons(count, found); }))
-        return false;
-    const std::lock_guard<std::mutex> guard(m_pendingMutex);
-    found.insert(found.end(), m_pending.reasons.begin(), m_pending.reasons.end());
-    const auto most = static_cast<std::size_t>(std::max(0, count));
-    if (found.size() > most)
-        found.erase(found.begin(), found.end() - static_cast<std::ptrdiff_t>(most));
-    reasons = std::move(found);
-    return true;
-}
-
-std::vector<LinkMark> Ledger::marks()
-{
-    const std::lock_guard<std::mutex> storeGuard(m_storeMutex);
-    std::vector<LinkMark> marks;
-    (void)m_store.read([&](const BookReader &reader) { return reader.marks(marks); });
-    return marks;
 }
 
 std::string Ledger::setting(const std::string &name)
@@ -467,6 +355,12 @@ std::uint64_t Ledger::takeovers()
 {
     const std::lock_guard<std::mutex> guard(m_pendingMutex);
     return m_takeovers;
+}
+
+int Ledger::renewals()
+{
+    const std::lock_guard<std::mutex> guard(m_pendingMutex);
+    return m_renewals;
 }
 
 std::vector<LinkMark> Ledger::takeLateMarks()

@@ -88,6 +88,8 @@ public:
     //! Grows when this process becomes the one that counts: marks() is what it has to go on from.
     [[nodiscard]] std::uint64_t takeovers();
     [[nodiscard]] bool isShared();
+    //! Grows when a new store takes the place of another, whose devices and marks it lacks.
+    [[nodiscard]] int renewals();
     //! Once, the marks of a store that could not be read until now: still to be gone on from,
     //! beside what was booked since. They are there for a look before the store gets others.
     [[nodiscard]] std::vector<LinkMark> takeLateMarks();
@@ -102,6 +104,7 @@ private:
     //! Whether the store can be read for the first time, and holds marks that were not known.
     [[nodiscard]] bool isLate();
     void loadLocked();
+    void tellNewStore(const std::map<std::string, std::string> &stored);
     void noteSetAsides();
     void addLocked(const HourKey &key, const Amounts &amounts);
     void bookLocked(const Booking &booking, const Moment &moment);
@@ -127,6 +130,8 @@ private:
     bool m_written = false; // the latest commit
     bool m_shared = false; // another process counts: booking would count twice
     std::uint64_t m_takeovers = 0;
+    int m_begun = 0; // the store's, at the latest reading
+    int m_renewals = 0;
     std::vector<LinkMark> m_lateMarks;
 };
 

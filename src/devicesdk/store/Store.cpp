@@ -211,6 +211,8 @@ int Store::checkWritable()
     if (code != SQLITE_OK)
         return code;
     code = m_writer.prepare(m_database);
+    if (code == SQLITE_OK && check.number == 0)
+        ++m_begun;
     // The number is right but the tables are not there. Every other failure may pass.
     return code == SQLITE_ERROR ? SQLITE_CORRUPT : code;
 }

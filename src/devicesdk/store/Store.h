@@ -67,6 +67,11 @@ public:
      * anew, written by another process. What was read before is old then.
      */
     [[nodiscard]] std::uint64_t version();
+    //! How often a database was begun, as there was none.
+    [[nodiscard]] int begun() const
+    {
+        return m_begun;
+    }
     //! How often a damaged file has been set aside.
     [[nodiscard]] int setAsides() const
     {
@@ -101,6 +106,7 @@ private:
     std::uint64_t m_version = 0;
     std::int64_t m_dataVersion = 0; // SQLite's: changes of other connections
     std::string m_problem; // what is wrong now
+    int m_begun = 0;
     int m_setAsides = 0;
     std::string m_notice; // what was set aside since the start
 };

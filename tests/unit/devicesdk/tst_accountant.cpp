@@ -148,6 +148,12 @@ void tst_Accountant::aFallenCounterIsANewStart()
     script.count(3, 100, 20000);
     (void)script.look();
     QCOMPARE(script.booked().download, qint64(10));
+    script.count(3, 5, 20000); // again, within the hour
+    (void)script.look();
+    QVERIFY(script.batch.reasons.empty());
+    script.count(3, 1, 20000);
+    (void)script.look(3600 * kSecond);
+    QCOMPARE(int(script.batch.reasons.size()), 1);
 }
 
 void tst_Accountant::anOldEventDoesNotLookLikeAFall()

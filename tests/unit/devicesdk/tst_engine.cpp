@@ -1,45 +1,15 @@
-#include "engine/Engine.h"
-
 #include <QtTest>
 
 #include <array>
 #include <cstring>
-#include <memory>
 #include <vector>
 
-#include "ScriptedLinks.h"
-#include "StoreFolder.h"
+#include "EngineStage.h"
 
 using velq::Engine;
 using velq::Report;
 
 namespace {
-
-constexpr qint64 kSecond = 1000000000;
-
-//! What the tests change and the engine sees.
-struct World
-{
-    ScriptedLinks script;
-    qint64 bootNs = 5 * kSecond;
-    qint64 wall = kNow;
-
-    //! The link that the tests use.
-    [[nodiscard]] velq::Link &link()
-    {
-        return script.links.at(3).link;
-    }
-    void flow(quint64 download, quint64 upload)
-    {
-        script.links.at(3).counters.download += download;
-        script.links.at(3).counters.upload += upload;
-    }
-    void pass(qint64 seconds = 1)
-    {
-        bootNs += seconds * kSecond;
-        wall += seconds;
-    }
-};
 
 struct Event
 {
@@ -69,12 +39,15 @@ int askFromInside(int event, void *data)
 
 } // namespace
 
-class tst_Engine : public QObject
+class tst_Engine : public QObject, private EngineStage
 {
     Q_OBJECT
 private slots:
     void init();
-    void cleanup();
+    void cleanup()
+    {
+        tearDown();
+    }
 
     void theLiveReportFollowsTheCounters();
     void aDisconnectEndsTheLiveFiguresAtOnce();
@@ -90,89 +63,18 @@ private slots:
     void resetOfTheOtherTypeKeepsThis();
     void unknownKindsFail_data();
     void unknownKindsFail();
-    void commitsEveryFewTicks();
-    void aLittleWaitsLonger();
     void eachTickSendsOneEvent();
     void callbacksMayAskAndLeave();
     void theRouteMovingToAnotherLinkBooksTheRest();
-    void aNewEngineGoesOnWhereTheLastWasKilled();
-    void aStoreThatCanBeReadLateLosesNothing();
-    void theUsedDeviceIsRemembered();
     void theOperatorsFigureIsTakenOver();
     void theOperatorsFigureReplacesTheLeastAmount();
-    void hoursAreThinnedOutByPolicy();
-    void afterClosingAnswersGoOnFromMemory();
-
-private:
-    void start();
-    //! As after the end of the process: nothing more is written.
-    void restart();
-    [[nodiscard]] Report get(int kind, int type = 0);
-    void secondOf(quint64 download, quint64 upload);
-    //! Time passes until \a wall, while nothing is connected.
-    void jump(qint64 wall);
-
-    World m_world;
-    std::unique_ptr<StoreFolder> m_folder;
-    std::unique_ptr<Engine> m_engine;
 };
 
 void tst_Engine::init()
 {
-    m_world = {};
-    m_world.script.connect(3, "va").counters = { 5000, 7000 };
-    m_folder = std::make_unique<StoreFolder>();
-    g_events.clear();
-    start();
-    m_engine->sample();
-}
-
-void tst_Engine::start()
-{
-    velq::EngineParts parts;
-    parts.source = std::make_unique<ScriptedLinkSource>(m_world.script);
-    parts.store = m_folder->options();
-    parts.boot = "boot";
-    parts.clock = { [this] { return std::int64_t(m_world.bootNs); },
-                    [this] { return std::int64_t(m_world.wall); } };
-    m_engine = std::make_unique<Engine>(std::move(parts));
+    setUp();
     g_engine = m_engine.get();
-}
-
-void tst_Engine::restart()
-{
-    m_engine.reset();
-    start();
-}
-
-void tst_Engine::cleanup()
-{
-    m_engine.reset();
-    m_folder.reset();
-}
-
-Report tst_Engine::get(int kind, int type)
-{
-    Report report;
-    if (!m_engine->report(kind, type, report))
-        qFatal("no report");
-    return report;
-}
-
-void tst_Engine::secondOf(quint64 download, quint64 upload)
-{
-    m_world.flow(download, upload);
-    m_world.pass();
-    m_engine->tick();
-}
-
-void tst_Engine::jump(qint64 wall)
-{
-    if (wall > m_world.wall)
-        m_world.bootNs += (wall - m_world.wall) * kSecond;
-    m_world.wall = wall;
-    m_world.script.bounced = true;
-    m_engine->sample();
+    g_events.clear();
 }
 
 void tst_Engine::theLiveReportFollowsTheCounters()
@@ -398,40 +300,6 @@ void tst_Engine::unknownKindsFail()
     QCOMPARE(report.download, std::uint64_t(5));
 }
 
-void tst_Engine::commitsEveryFewTicks()
-{
-    const char *count = "SELECT coalesce(sum(download), 0) FROM hour";
-    for (int i = 1; i < velq::kCommitSeconds; ++i) {
-        secondOf(1, 0);
-        QCOMPARE(runSql(m_folder->file(), count), 0LL);
-    }
-    secondOf(1, 0);
-    QCOMPARE(runSql(m_folder->file(), count), qint64(velq::kCommitSeconds));
-}
-
-//! A little of what is known already may wait for a minute.
-void tst_Engine::aLittleWaitsLonger()
-{
-    constexpr qint64 kMuch = 1 << 20;
-    const char *count = "SELECT coalesce(sum(download), 0) FROM hour";
-    const auto commitNow = [this](quint64 bytes) {
-        secondOf(bytes, 0);
-        for (int i = 1; i < velq::kCommitSeconds; ++i)
-            secondOf(0, 0);
-    };
-    commitNow(1);
-    for (int i = 1; i < velq::kLongestWaitSeconds; ++i) {
-        secondOf(1, 0);
-        QCOMPARE(runSql(m_folder->file(), count), 1LL);
-    }
-    secondOf(1, 0);
-    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
-    commitNow(kMuch - 1);
-    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
-    commitNow(1);
-    QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds) + kMuch);
-}
-
 void tst_Engine::eachTickSendsOneEvent()
 {
     m_engine->callbacks().add(record);
@@ -475,75 +343,6 @@ void tst_Engine::theRouteMovingToAnotherLinkBooksTheRest()
     QCOMPARE(get(0).download, std::uint64_t(5)); // not knowing is not leaving
 }
 
-void tst_Engine::aNewEngineGoesOnWhereTheLastWasKilled()
-{
-    secondOf(1000, 10);
-    m_engine->ledger().commit();
-    secondOf(200, 2); // not committed any more
-    restart();
-    m_world.flow(30, 3); // nobody counts
-    m_engine->sample();
-    QCOMPARE(get(1).download, std::uint64_t(1230));
-    QCOMPARE(get(1).upload, std::uint64_t(15));
-    std::vector<velq::Reason> reasons;
-    QVERIFY(m_engine->ledger().reasons(10, reasons));
-    QCOMPARE(int(reasons.size()), 1);
-    QCOMPARE(reasons[0].download, std::int64_t(230));
-}
-
-void tst_Engine::aStoreThatCanBeReadLateLosesNothing()
-{
-    secondOf(1000, 10);
-    QVERIFY(m_engine->useDevice("va"));
-    m_engine->ledger().commit();
-    m_engine.reset();
-    m_world.flow(200, 2); // nobody counts
-    const QString away = m_folder->file() + QStringLiteral(".away");
-    QVERIFY(QFile::rename(m_folder->file(), away));
-    QVERIFY(QDir().mkdir(m_folder->file())); // cannot be opened
-    start();
-    m_engine->sample();
-    for (int i = 0; i < 6; ++i)
-        secondOf(30, 3);
-    QCOMPARE(get(1).download, std::uint64_t(180));
-    QVERIFY(QDir().rmdir(m_folder->file()));
-    QVERIFY(QFile::rename(away, m_folder->file()));
-    m_engine->ledger().commit();
-    m_engine->ledger().commit(); // even before a look
-    for (int i = 0; i < 12; ++i)
-        secondOf(0, 0);
-    QCOMPARE(get(1).download, std::uint64_t(1380));
-    QCOMPARE(get(1).upload, std::uint64_t(30));
-    QCOMPARE(m_engine->usedDevice(), std::string("va"));
-    QCOMPARE(runSql(m_folder->file(), "SELECT sum(download) FROM day"), 1380LL);
-    restart();
-    m_engine->sample();
-    QCOMPARE(get(1).download, std::uint64_t(1380));
-}
-
-void tst_Engine::theUsedDeviceIsRemembered()
-{
-    m_world.script.connect(4, "vb");
-    secondOf(0, 0);
-    QVERIFY(m_engine->useDevice("va"));
-    secondOf(10, 0);
-    QCOMPARE(m_engine->live().interface, std::string("va"));
-    m_engine->ledger().commit();
-    restart();
-    m_engine->sample();
-    QCOMPARE(m_engine->usedDevice(), std::string("va"));
-    QCOMPARE(m_engine->live().interface, std::string("va"));
-    m_engine->nameDevice("vb"); // the host's own choice comes first
-    secondOf(0, 0);
-    QCOMPARE(m_engine->live().interface, std::string("vb"));
-    m_engine->nameDevice({});
-    secondOf(0, 0);
-    QCOMPARE(m_engine->live().interface, std::string("va"));
-    QVERIFY(m_engine->useDevice({}));
-    secondOf(0, 0);
-    QCOMPARE(m_engine->live().interface, std::string("vb"));
-}
-
 void tst_Engine::theOperatorsFigureIsTakenOver()
 {
     secondOf(1000, 10);
@@ -572,42 +371,6 @@ void tst_Engine::theOperatorsFigureReplacesTheLeastAmount()
     std::vector<velq::Reason> reasons;
     QVERIFY(m_engine->ledger().reasons(1, reasons));
     QCOMPARE(reasons.at(0).download, std::int64_t(INT64_MAX)); // as much as there can be
-}
-
-void tst_Engine::hoursAreThinnedOutByPolicy()
-{
-    const auto count = [this] { return runSql(m_folder->file(), "SELECT count(*) FROM hour"); };
-    secondOf(1, 0);
-    for (int i = 0; i < 4; ++i)
-        secondOf(0, 0);
-    QCOMPARE(count(), 1LL);
-    m_engine->setKeptDays(0);
-    jump(m_world.wall + 3000 * qint64(86400));
-    for (int i = 0; i < 5; ++i)
-        secondOf(1, 0);
-    m_engine->ledger().commit();
-    QCOMPARE(count(), 2LL);
-    m_engine->setKeptDays(velq::kKeptDays);
-    jump(m_world.wall + 86400);
-    for (int i = 0; i < 5; ++i)
-        secondOf(1, 0);
-    QCOMPARE(count(), 3LL); // the clock may be wrong
-    jump(m_world.wall + 2 * 86400);
-    for (int i = 0; i < 5; ++i)
-        secondOf(1, 0);
-    QCOMPARE(count(), 3LL); // of four
-    QCOMPARE(runSql(m_folder->file(), "SELECT sum(download) FROM day"), 16LL);
-}
-
-void tst_Engine::afterClosingAnswersGoOnFromMemory()
-{
-    secondOf(1000, 10);
-    m_engine->close();
-    QCOMPARE(runSql(m_folder->file(), "SELECT download FROM hour"), 1000LL);
-    QCOMPARE(get(0).download, std::uint64_t(1000));
-    QCOMPARE(get(1).download, std::uint64_t(1000));
-    QVERIFY(!m_engine->reset(0));
-    QCOMPARE(get(0).download, std::uint64_t(1000));
 }
 
 QTEST_GUILESS_MAIN(tst_Engine)
