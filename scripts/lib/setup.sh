@@ -146,6 +146,7 @@ prepareEnvironment() {
         if [ -z "${CCACHE_DIR:-}" ] && [ ! -w "${HOME:-/nonexistent}" ]; then
             export CCACHE_DIR=$root/.cache/ccache
         fi
+        export CCACHE_SLOPPINESS=pch_defines,time_macros # what precompiled headers need
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
     fi
 }
