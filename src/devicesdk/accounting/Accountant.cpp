@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t kNsPerMs = 1000000;
 // A link still counts that long after it lost its route: reconnecting takes seconds, and what flows
-// around it is the connection's.
+// around it is the connection's. Not so when what counts now may be over that very link.
 constexpr std::int64_t kGraceNs = 60000000000;
 constexpr std::int64_t kHourNs = 3600000000000;
 
@@ -191,6 +191,9 @@ void Accountant::decide(const std::shared_ptr<const NetworkFacts> &facts, Bookin
     }
     m_counted = countedLinks(known);
     m_chosen = m_counted.empty() ? 0 : m_counted.front();
+    m_hasGrace = std::none_of(m_links.begin(), m_links.end(), [this](const TrackedLink &tracked) {
+        return isCounted(tracked.link().index) && mayBeOverAnother(tracked.link());
+    });
     if (std::exchange(m_first, false))
         settleUnclaimed(batch);
 }
@@ -313,7 +316,8 @@ void Accountant::book(TrackedLink &tracked, bool countedNow, std::int64_t nowNs,
 {
     if (countedNow)
         tracked.countedNs = nowNs;
-    const bool toBook = tracked.countedNs && nowNs - *tracked.countedNs <= kGraceNs;
+    const std::int64_t graceNs = m_hasGrace ? kGraceNs : 0;
+    const bool toBook = tracked.countedNs && nowNs - *tracked.countedNs <= graceNs;
     Amounts amounts;
     bookTime(tracked, countedNow, nowNs, amounts);
     const Amounts recovered = amountsOf(tracked.takeRecovered());

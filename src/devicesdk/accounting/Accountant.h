@@ -103,6 +103,7 @@ private:
     bool m_first = true; // no look yet
     std::vector<int> m_counted; // as countedLinks()
     int m_chosen = 0;
+    bool m_hasGrace = true; // whether links count on for a while
     std::int64_t m_lastNs = 0;
     std::array<bool, kConnectTypes> m_anyTimed {}; // at this look
     LiveConnection m_live;

@@ -149,6 +149,11 @@ private:
 
 } // namespace
 
+bool mayBeOverAnother(const Link &link)
+{
+    return isTunnel(link) || isPointToPoint(link);
+}
+
 bool isHardware(const Link &link)
 {
     return (link.kind.empty() || link.kind == "wwan") && !link.loopback;

@@ -12,6 +12,8 @@ using Links = std::map<int, Link>; //!< by index
 
 //! Whether a link is a device of its own; modems may have a kind nevertheless.
 [[nodiscard]] bool isHardware(const Link &link);
+//! Whether its bytes may be another link's as well, without the kernel saying which.
+[[nodiscard]] bool mayBeOverAnother(const Link &link);
 
 /*!
  * The links that carry what leaves the computer, each byte on one of them only, the preferred

@@ -84,6 +84,8 @@ const char *BookWriter::sqlOf(int query)
         "INSERT OR REPLACE INTO setting (name, value) VALUES (?1, ?2)",
         "DELETE FROM hour WHERE start < ?1",
         "DELETE FROM reason WHERE at < ?1",
+        // Of devices that do not come back.
+        "DELETE FROM mark WHERE device IN (SELECT key FROM device WHERE seen > 0 AND seen < ?1)",
     };
     static_assert(sizeof kQueries / sizeof *kQueries == QueryCount, "a statement for each");
     return kQueries[query];
@@ -311,7 +313,7 @@ int BookWriter::thinOut(const Changes &changes)
 {
     if (!changes.keepHoursFrom)
         return SQLITE_OK;
-    for (const Query query : { DropHours, DropReasons }) {
+    for (const Query query : { DropHours, DropReasons, DropMarks }) {
         m_statements[query].bind(1, *changes.keepHoursFrom);
         if (const int code = m_statements[query].run(); code != SQLITE_OK)
             return code;

@@ -63,6 +63,7 @@ private:
         PutSetting,
         DropHours,
         DropReasons,
+        DropMarks,
         QueryCount
     };
     static const char *sqlOf(int query);

@@ -27,6 +27,7 @@ private slots:
     void onlyTheNamedDeviceCounts();
     void aNamedLinkCountsThatCameAndWentBetweenTwoLooks();
     void anotherNameEndsTheGrace();
+    void whatMayBeOverTheLinkEndsItsGrace();
     void timeIsNotBookedOverAReconnection();
 };
 
@@ -340,6 +341,24 @@ void tst_Accountant::anotherNameEndsTheGrace()
     script.count(3, 7000, 7000);
     (void)script.look();
     QCOMPARE(script.booked().download, qint64(0));
+}
+
+void tst_Accountant::whatMayBeOverTheLinkEndsItsGrace()
+{
+    LinkScript script;
+    begin(script);
+    velq::Link dialled = LinkScript::link("ppp0", 4, 44);
+    dialled.kind = "ppp";
+    script.appear(dialled);
+    script.count(3, 6000, 7000);
+    script.routeBy({ 4 });
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(1000)); // of before
+    script.count(3, 9000, 8000);
+    script.count(4, 2900, 950);
+    (void)script.look();
+    QCOMPARE(script.booked().download, qint64(2900));
+    QCOMPARE(script.booked().upload, qint64(950));
 }
 
 void tst_Accountant::timeIsNotBookedOverAReconnection()

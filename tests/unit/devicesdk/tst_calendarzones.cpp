@@ -197,7 +197,8 @@ void tst_CalendarZones::periodsTileTimeForEveryStart()
     QFETCH(QString, zone);
     const auto ours = TimeZone::named(zone.toStdString());
     QVERIFY(ours);
-    const std::vector<std::int64_t> &begins = oracle(zone.toLatin1()).begins;
+    const QByteArray name = zone.toLatin1();
+    const std::vector<std::int64_t> &begins = oracle(name).begins;
     const std::int64_t last = begins[std::size_t(kLast - kFirst) - kMargin];
     for (const Kind &kind : everyKind()) {
         Span span = velq::periodSpan(kind.period, begins[kMargin], *ours, kind.start);
@@ -225,7 +226,8 @@ void tst_CalendarZones::eachInstantIsInOnePeriod()
     QFETCH(QString, zone);
     const auto ours = TimeZone::named(zone.toStdString());
     QVERIFY(ours);
-    const Oracle &theirs = oracle(zone.toLatin1());
+    const QByteArray name = zone.toLatin1();
+    const Oracle &theirs = oracle(name);
     std::vector<std::int64_t> instants;
     for (const std::int64_t change : theirs.changes) // also both sides of the midnights nearby
         for (const std::int64_t away :

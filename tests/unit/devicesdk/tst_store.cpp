@@ -21,6 +21,7 @@ private slots:
     void amountsCanBeTakenBack();
     void everythingElseComesBackAsItWas();
     void hoursAreThinnedOutToDays();
+    void marksOfDevicesThatStayAwayGoWithTheirHours();
     void aCopyIsMadeWhileInUse();
     void aResetClearsOneTypeAndKeepsItsTime();
     void aNewStoreWasLastResetWhenItWasBegun();
@@ -206,6 +207,25 @@ void tst_Store::hoursAreThinnedOutToDays()
     QVERIFY(store.commit(changes));
     QCOMPARE(sumOf(store).download, std::int64_t(2));
     QCOMPARE(runSql(folder.file(), "SELECT sum(download) FROM day"), 3LL);
+}
+
+void tst_Store::marksOfDevicesThatStayAwayGoWithTheirHours()
+{
+    const StoreFolder folder;
+    Store store(folder.options());
+    Changes changes;
+    changes.seen = { { "old", kNow - 10 }, { "new", kNow } };
+    int link = 0;
+    for (const char *device : { "old", "new", "unused" }) {
+        const velq::LinkMark mark { { "boot", ++link, 5 }, "va", device, 0, 7, 8 };
+        changes.marks[mark.id] = mark;
+    }
+    QVERIFY(store.commit(changes));
+    Changes thinning;
+    thinning.keepHoursFrom = kNow;
+    QVERIFY(store.commit(thinning));
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM mark"), 2LL);
+    QCOMPARE(runSql(folder.file(), "SELECT count(*) FROM mark WHERE device = 'old'"), 0LL);
 }
 
 void tst_Store::aCopyIsMadeWhileInUse()
