@@ -1,39 +1,16 @@
 #include "engine/Ticker.h"
 
-#include <poll.h>
 #include <pthread.h>
-#include <sys/eventfd.h>
-#include <sys/timerfd.h>
-#include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <csignal>
-#include <cstdint>
-#include <ctime>
-#include <new>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 namespace velq {
 
 namespace {
 
-constexpr long kNsPerMs = 1000000;
-constexpr int kMsPerSecond = 1000;
-
-int makeTimer(int intervalMs)
-{
-    const int timer = timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK);
-    if (timer < 0)
-        return -1;
-    itimerspec times {};
-    times.it_interval.tv_sec = intervalMs / kMsPerSecond;
-    times.it_interval.tv_nsec = (intervalMs % kMsPerSecond) * kNsPerMs;
-    times.it_value = times.it_interval;
-    (void)timerfd_settime(timer, 0, &times, nullptr); // valid by construction
-    return timer;
-}
+using Clock = std::chrono::steady_clock;
 
 //! The host's signals are handled by the host's threads.
 class SignalsBlocked
@@ -56,6 +33,13 @@ private:
     sigset_t m_before {};
 };
 
+//! The first time of the schedule that holds \a last which is still to come.
+Clock::time_point after(Clock::time_point last, std::chrono::milliseconds interval)
+{
+    const auto passed = (Clock::now() - last) / interval;
+    return last + (passed + 1) * interval;
+}
+
 } // namespace
 
 Ticker::~Ticker()
@@ -65,33 +49,28 @@ Ticker::~Ticker()
 
 bool Ticker::start(std::function<void()> tick, int intervalMs)
 {
-    m_timer = makeTimer(intervalMs);
-    m_stop = eventfd(0, EFD_CLOEXEC);
-    if (m_timer >= 0 && m_stop >= 0) {
-        const std::lock_guard<std::mutex> guard(m_mutex);
-        const SignalsBlocked blocked; // the new thread inherits the mask
-        try {
-            m_thread = std::thread([this, call = std::move(tick)] { run(call); });
-            (void)pthread_setname_np(m_thread.native_handle(), "velq");
-            return true;
-        } catch (const std::exception &) { // no more threads, or no memory for one
-        }
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    const SignalsBlocked blocked; // the new thread inherits the mask
+    try {
+        m_thread = std::thread([this, call = std::move(tick), intervalMs] {
+            run(call, std::chrono::milliseconds(intervalMs));
+        });
+    } catch (const std::exception &) { // no more threads, or no memory for one
+        return false;
     }
-    closeFiles();
-    return false;
+    (void)pthread_setname_np(m_thread.native_handle(), "velq");
+    return true;
 }
 
-void Ticker::run(const std::function<void()> &tick)
+void Ticker::run(const std::function<void()> &tick, std::chrono::milliseconds interval)
 {
-    for (;;) {
-        std::array<pollfd, 2> files { pollfd { m_stop, POLLIN, 0 }, pollfd { m_timer, POLLIN, 0 } };
-        if (poll(files.data(), files.size(), -1) < 0 && errno != EINTR)
-            return;
-        if (files[0].revents)
-            return;
-        std::uint64_t expirations = 0;
-        if (read(m_timer, &expirations, sizeof expirations) == sizeof expirations)
-            tick();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    auto next = Clock::now() + interval;
+    while (!m_stops.wait_until(lock, next, [this] { return m_stopping; })) {
+        lock.unlock();
+        tick();
+        lock.lock();
+        next = after(next, interval);
     }
 }
 
@@ -101,32 +80,21 @@ void Ticker::stop()
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
         std::swap(thread, m_thread);
+        m_stopping = true;
     }
+    m_stops.notify_all();
     if (!thread.joinable())
         return;
-    const std::uint64_t one = 1;
-    while (write(m_stop, &one, sizeof one) < 0 && errno == EINTR) { }
-    if (thread.get_id() == std::this_thread::get_id()) {
-        thread.detach(); // it is inside tick() and still needs the files when it comes back
-        return;
-    }
-    thread.join();
-    closeFiles();
+    if (thread.get_id() == std::this_thread::get_id())
+        thread.detach(); // it is inside tick() and still needs this object when it comes back
+    else
+        thread.join();
 }
 
 void Ticker::abandon()
 {
     if (m_thread.joinable())
         m_thread.detach();
-}
-
-void Ticker::closeFiles()
-{
-    for (int *file : { &m_timer, &m_stop }) {
-        if (*file >= 0)
-            (void)close(*file);
-        *file = -1;
-    }
 }
 
 } // namespace velq
