@@ -114,7 +114,7 @@ TrackedLink *Accountant::find(int index)
 
 BookingBatch Accountant::advance(const LinkNews &news,
                                  const std::shared_ptr<const NetworkFacts> &facts,
-                                 std::int64_t nowNs)
+                                 std::int64_t nowNs, bool book)
 {
     BookingBatch batch;
     if (!news.valid)
@@ -129,10 +129,21 @@ BookingBatch Accountant::advance(const LinkNews &news,
         m_routes = news.routes;
         m_changed = true;
     }
-    decide(facts, batch);
-    bookAll(nowNs, batch);
+    const bool decided = decide(facts, batch);
+    const bool fell = std::any_of(m_links.begin(), m_links.end(),
+                                  [](const TrackedLink &tracked) { return tracked.fell(); });
+    m_lookNs = nowNs;
+    if (book || decided || fell)
+        bookAll(nowNs, batch);
     follow(nowNs);
-    m_lastNs = nowNs;
+    return batch;
+}
+
+BookingBatch Accountant::settle()
+{
+    BookingBatch batch;
+    if (m_lastNs != m_lookNs)
+        bookAll(m_lookNs, batch);
     return batch;
 }
 
@@ -175,10 +186,10 @@ void Accountant::leave(int index)
     m_changed = true;
 }
 
-void Accountant::decide(const std::shared_ptr<const NetworkFacts> &facts, BookingBatch &batch)
+bool Accountant::decide(const std::shared_ptr<const NetworkFacts> &facts, BookingBatch &batch)
 {
     if (facts == m_facts && !m_changed)
-        return;
+        return false;
     m_facts = facts;
     m_changed = false;
     const NetworkFacts nothing;
@@ -196,6 +207,7 @@ void Accountant::decide(const std::shared_ptr<const NetworkFacts> &facts, Bookin
     });
     if (std::exchange(m_first, false))
         settleUnclaimed(batch);
+    return true;
 }
 
 void Accountant::identifyOne(TrackedLink &tracked, const NetworkFacts &facts)
@@ -309,6 +321,7 @@ void Accountant::bookAll(std::int64_t nowNs, BookingBatch &batch)
             tracked.countedNs = nowNs;
         book(tracked, false, nowNs, batch);
     }
+    m_lastNs = nowNs;
 }
 
 void Accountant::book(TrackedLink &tracked, bool countedNow, std::int64_t nowNs,

@@ -44,10 +44,15 @@ public:
     void learn(std::vector<LinkMark> stored);
     //! The store is a new one: what it should know of the links is told again.
     void tellAgain();
-    //! Takes a look at \a nowNs of the boot clock.
+    /*!
+     * Takes a look at \a nowNs of the boot clock. Without \a book, amounts and time wait for
+     * settle() unless something besides them has changed.
+     */
     [[nodiscard]] BookingBatch advance(const LinkNews &news,
                                        const std::shared_ptr<const NetworkFacts> &facts,
-                                       std::int64_t nowNs);
+                                       std::int64_t nowNs, bool book = true);
+    //! What waits since the latest booking, as of the latest look.
+    [[nodiscard]] BookingBatch settle();
     //! Lets the live figures of \a type begin anew at the latest look.
     void restart(int type)
     {
@@ -72,7 +77,8 @@ private:
     void take(const LinkStep &step, std::int64_t nowNs);
     void appear(const LinkStep &step, std::int64_t nowNs);
     void leave(int index);
-    void decide(const std::shared_ptr<const NetworkFacts> &facts, BookingBatch &batch);
+    //! Whether there was anything to be decided anew.
+    bool decide(const std::shared_ptr<const NetworkFacts> &facts, BookingBatch &batch);
     void identifyOne(TrackedLink &tracked, const NetworkFacts &facts);
     void resume(TrackedLink &tracked);
     void claim(TrackedLink &tracked, BookingBatch &batch);
@@ -104,7 +110,8 @@ private:
     std::vector<int> m_counted; // as countedLinks()
     int m_chosen = 0;
     bool m_hasGrace = true; // whether links count on for a while
-    std::int64_t m_lastNs = 0;
+    std::int64_t m_lookNs = 0; // the latest look
+    std::int64_t m_lastNs = 0; // the latest booking
     std::array<bool, kConnectTypes> m_anyTimed {}; // at this look
     LiveConnection m_live;
 };

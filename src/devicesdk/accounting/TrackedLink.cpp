@@ -64,7 +64,9 @@ void TrackedLink::count(const LinkCounters &counters, bool fromEvent)
         m_last = counters;
         return;
     }
-    add(m_delta, difference(counters, *m_last));
+    const LinkCounters more = difference(counters, *m_last);
+    add(m_delta, more);
+    add(m_unbooked, more);
     m_last = counters;
 }
 
@@ -74,7 +76,8 @@ void TrackedLink::resume(const LinkMark &from)
     if (!isBelow(m_untold, known))
         add(m_recovered, difference(m_untold, known));
     else if (!m_fell && !isBelow(*m_last, known))
-        m_delta = difference(*m_last, known); // its looks were later than ours until now
+        m_delta = m_unbooked
+            = difference(*m_last, known); // its looks were later than ours until now
     else
         m_fell = true;
     m_untold = {};
@@ -86,7 +89,7 @@ void TrackedLink::forgetBooks()
     m_untold = m_last.value_or(LinkCounters {});
     m_wasHere = true;
     m_told = false;
-    m_delta = m_kept = m_recovered = {};
+    m_delta = m_unbooked = m_kept = m_recovered = {};
     mark.reset();
     markAsked = noteTold = false;
 }
@@ -99,15 +102,16 @@ void TrackedLink::claimAll()
 
 LinkCounters TrackedLink::takeDelta(bool toBook, std::int64_t nowNs)
 {
+    const LinkCounters found = std::exchange(m_unbooked, {});
     if (toBook) {
-        LinkCounters all = m_delta;
+        LinkCounters all = found;
         add(all, std::exchange(m_kept, {}));
         return all;
     }
     if (m_wasHere && !m_told)
-        add(m_untold, m_delta);
+        add(m_untold, found);
     if (!m_wasHere && nowNs - m_firstNs <= kYouthNs)
-        add(m_kept, m_delta);
+        add(m_kept, found);
     else
         m_kept = {};
     return {};

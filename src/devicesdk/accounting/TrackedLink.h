@@ -30,8 +30,8 @@ public:
     //! This device was in the books before, so all that the link has counted is new to them.
     void claimAll();
 
-    //! What flowed since the look before, to be booked. While \a toBook is false it is kept back:
-    //! a link that is counted within a minute of its making is counted from there, and one
+    //! What flowed since the booking before, to be booked. While \a toBook is false it is kept
+    //! back: a link that is counted within a minute of its making is counted from there, and one
     //! whose device turns out to be in the books from where those end.
     [[nodiscard]] LinkCounters takeDelta(bool toBook, std::int64_t nowNs);
     //! What flowed while nobody counted; zero but once.
@@ -46,6 +46,7 @@ public:
     {
         return m_last;
     }
+    //! What flowed since the look before.
     [[nodiscard]] const LinkCounters &delta() const
     {
         return m_delta;
@@ -80,7 +81,8 @@ public:
 private:
     Link m_link;
     std::optional<LinkCounters> m_last;
-    LinkCounters m_delta;
+    LinkCounters m_delta; // of the latest look
+    LinkCounters m_unbooked; // of all looks since the latest booking
     LinkCounters m_kept; // of a young link that is not counted yet
     LinkCounters m_untold; // what it had counted before it was known, and was not booked
     LinkCounters m_recovered;

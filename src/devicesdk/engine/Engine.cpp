@@ -1,6 +1,7 @@
 #include "engine/Engine.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <optional>
 #include <utility>
@@ -137,14 +138,59 @@ void Engine::sampleLocked()
         return;
     m_unfinished = true;
     const LinkNews news = m_source->read();
+    followStore(m_ledger.takeovers());
+    take(news);
+    m_unfinished = false;
+}
+
+void Engine::take(const LinkNews &news)
+{
     const auto facts = m_facts ? m_facts() : nullptr;
     const std::int64_t bootNs = m_clock.bootNs();
     const Moment moment { now(), bootNs / kNsPerSecond };
-    const std::uint64_t takeovers = m_ledger.takeovers();
-    followStore(takeovers);
     const std::lock_guard<std::mutex> guard(m_mutex);
-    m_ledger.book(m_accountant.advance(news, facts, bootNs), moment, takeovers);
-    m_unfinished = false;
+    const bool elsewhere = isElsewhere(moment);
+    if (elsewhere)
+        settleLocked();
+    const BookingBatch batch = m_accountant.advance(news, facts, bootNs, elsewhere);
+    m_looked = moment;
+    if (elsewhere || !batch.isEmpty())
+        m_ledger.book(batch, moment, m_takeovers);
+}
+
+bool Engine::isElsewhere(const Moment &moment) const
+{
+    if (!m_looked)
+        return true;
+    constexpr std::int64_t kStepSeconds = 2; // both clocks are cut to seconds
+    const std::int64_t step = (moment.wallSeconds - m_looked->wallSeconds)
+        - (moment.bootSeconds - m_looked->bootSeconds);
+    return std::abs(step) > kStepSeconds
+        || hourStart(moment.wallSeconds) != hourStart(m_looked->wallSeconds)
+        || m_localDays.dayOf(moment.wallSeconds) != m_localDays.dayOf(m_looked->wallSeconds);
+}
+
+void Engine::settle()
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    settleLocked();
+}
+
+void Engine::settleLocked()
+{
+    try {
+        if (m_looked)
+            m_ledger.book(m_accountant.settle(), *m_looked, m_takeovers);
+    } catch (...) { // no memory
+        m_unfinished = true;
+        throw;
+    }
+}
+
+Ledger &Engine::ledger()
+{
+    settle();
+    return m_ledger;
 }
 
 bool Engine::beginAnew()
@@ -171,6 +217,7 @@ void Engine::followStore(std::uint64_t takeovers)
         return;
     std::vector<LinkMark> stored = tookOver ? m_ledger.marks() : std::move(late);
     const std::lock_guard<std::mutex> guard(m_mutex);
+    settleLocked();
     m_takeovers = takeovers;
     if (tookOver)
         m_accountant.goOnFrom(std::move(stored));
@@ -194,6 +241,7 @@ void Engine::tick()
 
 void Engine::commitIfDue()
 {
+    settle();
     m_localDays.follow();
     thinOut();
     if (m_ticks < kLongestWaitSeconds && !m_ledger.isUrgent())
@@ -215,6 +263,7 @@ void Engine::thinOut()
 
 void Engine::close()
 {
+    settle();
     m_ledger.close();
 }
 
@@ -267,6 +316,7 @@ bool Engine::periodReport(int kind, int type, Report &report)
 {
     if (!periodOfKind(kind))
         return false;
+    settle();
     report = reportOf(m_ledger.totals(type, periodOf(kind)));
     return true;
 }
@@ -275,6 +325,7 @@ bool Engine::history(std::uint64_t key, Report &report)
 {
     const auto second = std::min(key, static_cast<std::uint64_t>(kLatestSecond));
     Amounts amounts;
+    settle();
     if (!m_ledger.totalsSince(hourStart(static_cast<std::int64_t>(second)), amounts))
         return false;
     report = reportOf(amounts);
@@ -285,6 +336,7 @@ bool Engine::reset(int type)
 {
     // Under the lock of the samples: no second is booked between the two halves.
     const std::lock_guard<std::mutex> guard(m_mutex);
+    settleLocked();
     if (!m_ledger.reset(type, moment()))
         return false;
     m_accountant.restart(type);
@@ -298,6 +350,7 @@ bool Engine::correct(int kind, int type, std::int64_t download, std::int64_t upl
     const std::lock_guard<std::mutex> guard(m_mutex);
     if (m_ledger.isShared())
         return false;
+    settleLocked();
     Amounts counted = m_ledger.totals(type, periodOf(kind));
     counted.timeMs = counted.anyMs = 0;
     BookingBatch batch;
@@ -325,6 +378,7 @@ bool Engine::useDevice(const std::string &device)
     const std::lock_guard<std::mutex> guard(m_mutex);
     if (!m_ledger.setSetting(kDeviceSetting, device))
         return false;
+    settleLocked();
     if (m_named.empty())
         m_accountant.use(device);
     return true;
@@ -333,6 +387,7 @@ bool Engine::useDevice(const std::string &device)
 void Engine::nameDevice(const std::string &device)
 {
     const std::lock_guard<std::mutex> guard(m_mutex);
+    settleLocked();
     m_named = device;
     m_accountant.use(device.empty() ? m_ledger.setting(kDeviceSetting) : device);
 }

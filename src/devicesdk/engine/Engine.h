@@ -70,10 +70,8 @@ public:
     {
         return m_callbacks;
     }
-    [[nodiscard]] Ledger &ledger()
-    {
-        return m_ledger;
-    }
+    //! With everything in it that the looks until now have found.
+    [[nodiscard]] Ledger &ledger();
     [[nodiscard]] LiveFigures live() const;
     //! Kinds as in velq.h. False for an unknown one or a store that cannot be read.
     [[nodiscard]] bool report(int kind, int type, Report &report);
@@ -111,6 +109,12 @@ private:
     [[nodiscard]] std::int64_t now() const;
     [[nodiscard]] Moment moment() const;
     void sampleLocked();
+    //! Books what waits since the latest booking.
+    void settle();
+    void settleLocked();
+    void take(const LinkNews &news);
+    //! Whether what was found until the latest look belongs to other rows than what is found now.
+    [[nodiscard]] bool isElsewhere(const Moment &moment) const;
     //! After a look that was not finished: goes on from where the books end, if those are stored.
     [[nodiscard]] bool beginAnew();
     //! Goes on from marks of the store that this process did not know.
@@ -131,7 +135,8 @@ private:
     Accountant m_accountant;
     std::uint64_t m_takeovers = 0;
     int m_renewals = 0;
-    bool m_unfinished = false; // a look, which was taken and is not in the books
+    std::optional<Moment> m_looked; // at the latest look
+    std::atomic<bool> m_unfinished { false }; // a look, which was taken and is not in the books
     std::string m_named;
     std::atomic<int> m_keptDays { kKeptDays };
     std::atomic<PeriodStart> m_periodStart { PeriodStart {} };

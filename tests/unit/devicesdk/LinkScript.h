@@ -65,14 +65,14 @@ public:
     }
 
     //! Takes the look, a second after the one before.
-    const velq::BookingBatch &look(std::int64_t afterNs = 1000000000)
+    const velq::BookingBatch &look(std::int64_t afterNs = 1000000000, bool book = true)
     {
         nowNs += afterNs;
         velq::LinkNews news;
         news.valid = true;
         news.steps.swap(steps);
         news.routes = routes;
-        batch = accountant.advance(news, facts, nowNs);
+        batch = accountant.advance(news, facts, nowNs, book);
         return batch;
     }
     [[nodiscard]] velq::Amounts booked() const

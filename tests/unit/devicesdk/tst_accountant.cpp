@@ -12,6 +12,7 @@ class tst_Accountant : public QObject
 private slots:
     void theFirstCountersAreOnlyABase();
     void differencesAreBookedWithTheirTime();
+    void plainLooksWaitUntilTheyAreSettled();
     void millisecondsAreNeitherLostNorInvented();
     void aLinkMadeWhileWatchingCountsFromItsMaking();
     void aDeletedLinkBooksItsLastCounters();
@@ -74,6 +75,28 @@ void tst_Accountant::differencesAreBookedWithTheirTime()
     script.count(3, 5400, 7001);
     (void)script.look();
     QVERIFY(script.batch.marks.empty());
+}
+
+void tst_Accountant::plainLooksWaitUntilTheyAreSettled()
+{
+    LinkScript script;
+    begin(script);
+    for (int i = 1; i <= 3; ++i) {
+        script.count(3, 5000 + 100 * quint64(i), 7000 + quint64(i));
+        (void)script.look(kSecond, false);
+        QVERIFY(script.batch.isEmpty());
+        QCOMPARE(script.accountant.live().download(), 100 * quint64(i));
+        QCOMPARE(script.accountant.live().downloadSpeed, quint32(100));
+    }
+    script.batch = script.accountant.settle();
+    QVERIFY((script.booked() == velq::Amounts { 300, 3, 3000, 3000 }));
+    QCOMPARE(int(script.batch.marks.size()), 1);
+    QCOMPARE(script.batch.marks[0].download, quint64(5300));
+    QVERIFY(script.accountant.settle().isEmpty());
+    script.count(3, 5301, 7003);
+    script.change(LinkScript::link("wwan7"));
+    (void)script.look(kSecond, false); // not a plain one
+    QCOMPARE(script.booked().download, qint64(1));
 }
 
 void tst_Accountant::millisecondsAreNeitherLostNorInvented()

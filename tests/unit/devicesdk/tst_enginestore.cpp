@@ -26,6 +26,7 @@ private slots:
     void theUsedDeviceIsRemembered();
     void hoursAreThinnedOutByPolicy();
     void afterClosingAnswersGoOnFromMemory();
+    void nothingWaitsOverTheEndOfAnHour();
     void aNewStoreIsToldWhatTheLastOneKnew();
     void aLookWithoutMemoryIsMadeUpForByTheNext();
 };
@@ -167,6 +168,20 @@ void tst_EngineStore::afterClosingAnswersGoOnFromMemory()
     QCOMPARE(get(1).download, std::uint64_t(1000));
     QVERIFY(!m_engine->reset(0));
     QCOMPARE(get(0).download, std::uint64_t(1000));
+}
+
+void tst_EngineStore::nothingWaitsOverTheEndOfAnHour()
+{
+    jump(m_world.wall + 3597);
+    secondOf(1, 0); // 12:59:58
+    secondOf(10, 0);
+    secondOf(100, 0); // 13:00:00
+    secondOf(1000, 0);
+    m_engine->ledger().commit();
+    const char *sums
+        = "SELECT download FROM hour WHERE download > 0 ORDER BY start LIMIT 1 OFFSET ";
+    QCOMPARE(runSql(m_folder->file(), QByteArray(sums) + "0"), 11LL);
+    QCOMPARE(runSql(m_folder->file(), QByteArray(sums) + "1"), 1100LL);
 }
 
 void tst_EngineStore::aNewStoreIsToldWhatTheLastOneKnew()
