@@ -5,6 +5,7 @@
 
 #include "BusMessages.h"
 #include "counters/InterfaceName.h"
+#include "FuzzBytes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -23,33 +24,6 @@ void require(bool condition)
     if (!condition)
         std::abort();
 }
-
-/*! The fuzzer's bytes, taken one by one; zeros after the end. */
-class Bytes
-{
-public:
-    Bytes(const std::uint8_t *data, std::size_t size)
-        : m_data(data)
-        , m_end(data + size)
-    {
-    }
-    [[nodiscard]] bool areUsed() const
-    {
-        return m_data == m_end;
-    }
-    unsigned next()
-    {
-        return areUsed() ? 0 : *m_data++;
-    }
-    unsigned next(std::size_t count)
-    {
-        return next() % unsigned(count);
-    }
-
-private:
-    const std::uint8_t *m_data;
-    const std::uint8_t *const m_end;
-};
 
 constexpr const char *kTexts[] = {
     "",
@@ -96,10 +70,10 @@ constexpr const char *kMessages[] = {
     "v",     "",         "(sa{sv})",
 };
 
-bool appendOne(sd_bus_message *message, const std::string &type, Bytes &bytes, int depth);
+bool appendOne(sd_bus_message *message, const std::string &type, FuzzBytes &bytes, int depth);
 
 //! Of types one after another.
-bool appendAll(sd_bus_message *message, const std::string &types, Bytes &bytes, int depth)
+bool appendAll(sd_bus_message *message, const std::string &types, FuzzBytes &bytes, int depth)
 {
     std::size_t begin = 0;
     while (begin < types.size()) {
@@ -119,7 +93,7 @@ bool appendAll(sd_bus_message *message, const std::string &types, Bytes &bytes, 
     return true;
 }
 
-bool appendVariant(sd_bus_message *message, Bytes &bytes, int depth)
+bool appendVariant(sd_bus_message *message, FuzzBytes &bytes, int depth)
 {
     const std::string type = depth > 0 ? kTypes[bytes.next(std::size(kTypes))] : "u";
     return sd_bus_message_open_container(message, 'v', type.c_str()) >= 0
@@ -127,7 +101,7 @@ bool appendVariant(sd_bus_message *message, Bytes &bytes, int depth)
         && sd_bus_message_close_container(message) >= 0;
 }
 
-bool appendArray(sd_bus_message *message, const std::string &element, Bytes &bytes, int depth)
+bool appendArray(sd_bus_message *message, const std::string &element, FuzzBytes &bytes, int depth)
 {
     if (sd_bus_message_open_container(message, 'a', element.c_str()) < 0)
         return false;
@@ -138,7 +112,7 @@ bool appendArray(sd_bus_message *message, const std::string &element, Bytes &byt
     return sd_bus_message_close_container(message) >= 0;
 }
 
-bool appendBasic(sd_bus_message *message, char type, Bytes &bytes)
+bool appendBasic(sd_bus_message *message, char type, FuzzBytes &bytes)
 {
     const char *text = kTexts[bytes.next(std::size(kTexts))];
     const std::string longText(bytes.next(8) == 7 ? 300 : 0, 'x');
@@ -159,7 +133,7 @@ bool appendBasic(sd_bus_message *message, char type, Bytes &bytes)
     return sd_bus_message_append_basic(message, type, &number) >= 0;
 }
 
-bool appendOne(sd_bus_message *message, const std::string &type, Bytes &bytes, int depth)
+bool appendOne(sd_bus_message *message, const std::string &type, FuzzBytes &bytes, int depth)
 {
     const std::string inner = type.size() > 2 ? type.substr(1, type.size() - 2) : "";
     switch (type[0]) {
@@ -266,7 +240,7 @@ void requireSenseOf(const PropertyMap &properties)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    Bytes bytes(data, size);
+    FuzzBytes bytes(data, size);
     const BusMessage message = newBusMessage();
     // A tree that is too deep for a message, or otherwise refused by the writer, is not sent.
     if (!appendAll(message.get(), kMessages[bytes.next(std::size(kMessages))], bytes, kDepth))

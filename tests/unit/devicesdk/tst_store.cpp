@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-#include "StoreFolder.h"
+#include "StoreBooks.h"
 
 using velq::Amounts;
 using velq::Changes;
@@ -41,41 +41,6 @@ private slots:
     void theSecondWriterTakesOver();
     void damageDuringTheRunIsSetAside();
 };
-
-namespace {
-
-constexpr Span kAlways { 0, INT64_MAX };
-
-Amounts sumOf(Store &store, int type = 0, const Span &span = kAlways)
-{
-    velq::HourAmounts hours;
-    if (store.isReadable()
-        && !store.read([&](const velq::BookReader &reader) { return reader.hours(span, hours); }))
-        qFatal("the sum cannot be read");
-    Amounts sum;
-    for (const auto &[key, amounts] : hours) {
-        if (key.use == type)
-            sum.add(amounts);
-    }
-    return sum;
-}
-
-std::int64_t lastReset(Store &store, int type)
-{
-    std::int64_t at = -1;
-    if (!store.read([&](const velq::BookReader &reader) { return reader.lastReset(type, at); }))
-        qFatal("the reset cannot be read");
-    return at;
-}
-
-void makeStore(const StoreFolder &folder, qint64 download)
-{
-    Store store(folder.options());
-    if (!store.commit(amounts(kNow, download)))
-        qFatal("the store cannot be made");
-}
-
-} // namespace
 
 void tst_Store::amountsAreStillThereAfterReopening()
 {
