@@ -32,7 +32,6 @@ private:
     void run(const std::function<void()> &tick, std::chrono::milliseconds interval);
 
     std::mutex m_mutex; // guards what follows; not held while ticking
-    // Waiting here takes a fifth less of the processor than a timer's descriptor does.
     std::condition_variable m_stops;
     bool m_stopping = false;
     std::thread m_thread;

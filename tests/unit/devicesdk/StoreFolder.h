@@ -111,6 +111,11 @@ inline void book(velq::Ledger &ledger, int type, std::int64_t second, const velq
     ledger.book(batch, momentOf(second));
 }
 
+inline std::int64_t download(velq::Ledger &ledger, int type = 0)
+{
+    return ledger.totals(type, { 0, INT32_MAX }).download;
+}
+
 inline bool contains(const std::string &text, const char *words)
 {
     return text.find(words) != std::string::npos;
