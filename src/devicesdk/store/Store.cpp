@@ -196,8 +196,16 @@ int Store::checkWritable()
         code = checkContent(m_database);
     if (code == SQLITE_OK && m_database.isReadOnly())
         code = SQLITE_READONLY;
+    if (code == SQLITE_ERROR)
+        return SQLITE_CORRUPT; // it cannot even be looked at
+    return code ? code : makeCurrent(check);
+}
+
+int Store::makeCurrent(const SchemaCheck &check)
+{
+    int code = SQLITE_OK;
     // What cannot be migrated is found out before the switch to WAL, which changes the file.
-    if (code == SQLITE_OK && check.state == SchemaState::Old && check.number > 0)
+    if (check.state == SchemaState::Old && check.number > 0)
         code = migrate(m_database, schemaMigrations());
     // FULL: a committed transaction survives a power cut, not only the end of the process.
     if (code == SQLITE_OK)

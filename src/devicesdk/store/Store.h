@@ -92,6 +92,8 @@ private:
     //! Opens, checks and migrates. SQLite's code; \a damaged when the file has to be set aside.
     int openAndMigrate(bool &damaged);
     int checkWritable();
+    //! Lets a sound database be written: migrates it and completes its rows.
+    int makeCurrent(const SchemaCheck &check);
     bool setAside();
     void noteFailure(int code);
     void dropConnection();
