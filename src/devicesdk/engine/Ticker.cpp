@@ -1,8 +1,11 @@
 #include "engine/Ticker.h"
 
 #include <pthread.h>
+#include <sys/prctl.h>
 
+#include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <exception>
 #include <utility>
 
@@ -33,6 +36,32 @@ private:
     sigset_t m_before {};
 };
 
+//! Lets the timeouts of this thread come late; only while it waits, as threads that a callback
+//! starts would inherit it.
+class LateTimeouts
+{
+public:
+    explicit LateTimeouts(std::chrono::nanoseconds most)
+    {
+        (void)prctl(PR_SET_TIMERSLACK, static_cast<unsigned long>(most.count()));
+    }
+    ~LateTimeouts()
+    {
+        (void)prctl(PR_SET_TIMERSLACK, 0UL); // what the thread began with
+    }
+    LateTimeouts(const LateTimeouts &) = delete;
+    LateTimeouts &operator=(const LateTimeouts &) = delete;
+};
+
+//! Of the monotonic clock.
+timespec timespecOf(Clock::time_point time)
+{
+    const auto since = time.time_since_epoch();
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(since);
+    const auto rest = std::chrono::duration_cast<std::chrono::nanoseconds>(since - seconds);
+    return { static_cast<time_t>(seconds.count()), static_cast<long>(rest.count()) };
+}
+
 //! The first time of the schedule that holds \a last which is still to come.
 Clock::time_point after(Clock::time_point last, std::chrono::milliseconds interval)
 {
@@ -42,9 +71,15 @@ Clock::time_point after(Clock::time_point last, std::chrono::milliseconds interv
 
 } // namespace
 
+Ticker::Ticker()
+{
+    (void)sem_init(&m_stops, 0, 0);
+}
+
 Ticker::~Ticker()
 {
     stop();
+    (void)sem_destroy(&m_stops);
 }
 
 bool Ticker::start(std::function<void()> tick, int intervalMs)
@@ -64,14 +99,23 @@ bool Ticker::start(std::function<void()> tick, int intervalMs)
 
 void Ticker::run(const std::function<void()> &tick, std::chrono::milliseconds interval)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
+    constexpr int kLatePart = 10;
     auto next = Clock::now() + interval;
-    while (!m_stops.wait_until(lock, next, [this] { return m_stopping; })) {
-        lock.unlock();
+    while (!stopsBefore(next, interval / kLatePart)) {
         tick();
-        lock.lock();
         next = after(next, interval);
     }
+}
+
+bool Ticker::stopsBefore(Clock::time_point time, std::chrono::nanoseconds late)
+{
+    const LateTimeouts lateTimeouts(late);
+    const timespec at = timespecOf(time);
+    while (sem_clockwait(&m_stops, CLOCK_MONOTONIC, &at) != 0) {
+        if (errno != EINTR)
+            return false;
+    }
+    return true;
 }
 
 void Ticker::stop()
@@ -80,9 +124,8 @@ void Ticker::stop()
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
         std::swap(thread, m_thread);
-        m_stopping = true;
     }
-    m_stops.notify_all();
+    (void)sem_post(&m_stops);
     if (!thread.joinable())
         return;
     if (thread.get_id() == std::this_thread::get_id())

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <semaphore.h>
+
 #include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -10,12 +11,14 @@ namespace velq {
 
 /*!
  * A thread that calls a function once a second, at absolute times of the monotonic clock, so that
- * it does not drift. Seconds that are missed (a slow call, sleep) are dropped, not made up for.
+ * it does not drift. Seconds that are missed (a slow call, sleep) are dropped, not made up for. A
+ * call may come a tenth of the interval late, so that the processor wakes up once for several
+ * programs.
  */
 class Ticker
 {
 public:
-    Ticker() = default;
+    Ticker();
     ~Ticker();
     Ticker(const Ticker &) = delete;
     Ticker &operator=(const Ticker &) = delete;
@@ -30,10 +33,11 @@ public:
 
 private:
     void run(const std::function<void()> &tick, std::chrono::milliseconds interval);
+    [[nodiscard]] bool stopsBefore(std::chrono::steady_clock::time_point time,
+                                   std::chrono::nanoseconds late);
 
-    std::mutex m_mutex; // guards what follows; not held while ticking
-    std::condition_variable m_stops;
-    bool m_stopping = false;
+    sem_t m_stops {}; // unlike a condition it takes one call of the kernel to wait for
+    std::mutex m_mutex; // guards the thread
     std::thread m_thread;
 };
 

@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+#include <sys/prctl.h>
+
 #include <atomic>
 #include <csignal>
 #include <memory>
@@ -19,6 +21,7 @@ private slots:
     void stoppingWaitsForTheRunningTick();
     void aTickMayStopItsOwnTicker();
     void signalsAreLeftToTheHost();
+    void timeoutsOfACallAreInTime();
 };
 
 void tst_Ticker::ticksKeepTheirSchedule()
@@ -110,6 +113,16 @@ void tst_Ticker::signalsAreLeftToTheHost()
     sigset_t mask;
     pthread_sigmask(SIG_SETMASK, nullptr, &mask);
     QCOMPARE(sigismember(&mask, SIGTERM), 0); // the starting thread's own mask is as before
+}
+
+//! Only the ticker's own waiting may be late; threads that a call starts inherit what it has.
+void tst_Ticker::timeoutsOfACallAreInTime()
+{
+    static std::atomic<int> slackNs { 0 };
+    Ticker ticker;
+    QVERIFY(ticker.start([] { slackNs = prctl(PR_GET_TIMERSLACK); }, 100));
+    QTRY_VERIFY(slackNs > 0);
+    QCOMPARE(slackNs.load(), prctl(PR_GET_TIMERSLACK));
 }
 
 QTEST_GUILESS_MAIN(tst_Ticker)
