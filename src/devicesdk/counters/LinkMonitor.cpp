@@ -80,8 +80,7 @@ LinkMonitor::LinkMonitor(std::unique_ptr<MessageQueue> queue, LinkTable::FindPla
 LinkNews LinkMonitor::read()
 {
     LinkNews news;
-    // The events first: a request needs room in the queue for its answer.
-    if (!readEvents() || !readLinks() || (m_routesChanged && !lookUpRoutes()))
+    if (!readLinks() || (m_routesChanged && !lookUpRoutes()))
         return news;
     news.valid = true;
     news.steps = m_table.takeSteps();
@@ -98,11 +97,16 @@ void LinkMonitor::noteDisconnect(int index)
 bool LinkMonitor::readEvents()
 {
     const bool read = m_stream.readEvents();
-    if (m_stream.takeLoss()) {
-        m_table.noteLoss();
-        m_routesChanged = true;
-    }
+    takeLoss();
     return read;
+}
+
+void LinkMonitor::takeLoss()
+{
+    if (!m_stream.takeLoss())
+        return;
+    m_table.noteLoss();
+    m_routesChanged = true;
 }
 
 void LinkMonitor::noteEvent(const void *message, std::size_t size)
@@ -112,6 +116,7 @@ void LinkMonitor::noteEvent(const void *message, std::size_t size)
         m_table.noteConnect(connected);
     } else if (const auto link = parseLinkMessage(message, size)) {
         m_table.applyEvent(*link);
+        m_announced = true;
         m_routesChanged = true; // a carrier that comes or goes changes whether a route is usable
     } else if (isDefaultRouteChange(message, size)) {
         m_routesChanged = true;
@@ -121,23 +126,25 @@ void LinkMonitor::noteEvent(const void *message, std::size_t size)
 Answer LinkMonitor::ask(nlmsghdr *request, const MessageStream::Visitor &visit)
 {
     m_table.beginAnswer();
-    const Answer answer = m_stream.ask(request, visit);
-    if (m_stream.takeLoss()) {
-        m_table.noteLoss();
-        m_routesChanged = true;
-    }
+    const Answer answer = m_stream.ask(request, [&](const void *message, std::size_t size) {
+        takeLoss(); // what follows may be of other links than the table's
+        visit(message, size);
+    });
+    takeLoss();
     return answer;
 }
 
 bool LinkMonitor::readLinks()
 {
     if (m_table.isComplete() && !m_countersRefused) {
-        const auto status = askCounters();
+        const auto status = readCounters();
         if (status == Answer::Status::Failed)
             return false;
         if (status == Answer::Status::Whole && m_table.isComplete())
             return true;
     }
+    if (!readEvents()) // the answer needs room in the queue
+        return false;
     // A list that links came into or left meanwhile is no whole one.
     constexpr int kTries = 3;
     for (int i = 0; i < kTries; ++i) {
@@ -159,6 +166,15 @@ bool LinkMonitor::listLinks()
     if (answer.status == Answer::Status::Whole)
         m_table.endAnswer();
     return answer.status == Answer::Status::Whole || answer.status == Answer::Status::Interrupted;
+}
+
+Answer::Status LinkMonitor::readCounters()
+{
+    // What waited comes with the answer. A link that it tells of has its counters of that moment,
+    // so they are asked for once more, which is rarer than nothing was waiting.
+    m_announced = false;
+    const auto status = askCounters();
+    return status == Answer::Status::Whole && m_announced ? askCounters() : status;
 }
 
 Answer::Status LinkMonitor::askCounters()

@@ -27,10 +27,12 @@ public:
 
 private:
     [[nodiscard]] bool readEvents();
+    void takeLoss();
     void noteEvent(const void *message, std::size_t size);
     //! These are false when the kernel did not answer.
     [[nodiscard]] bool readLinks();
     [[nodiscard]] bool listLinks();
+    [[nodiscard]] MessageStream::Answer::Status readCounters();
     [[nodiscard]] bool lookUpRoutes();
     [[nodiscard]] MessageStream::Answer::Status askCounters();
     [[nodiscard]] MessageStream::Answer ask(nlmsghdr *request, const MessageStream::Visitor &visit);
@@ -39,6 +41,7 @@ private:
     MessageStream m_stream;
     std::vector<DefaultRoute> m_routes;
     bool m_routesChanged = true;
+    bool m_announced = false; // a link event was read since this was cleared
     bool m_countersRefused = false; // an old kernel: links are listed each time instead
 };
 

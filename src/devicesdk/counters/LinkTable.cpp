@@ -108,7 +108,7 @@ void LinkTable::applyAnswer(const LinkMessage &message)
 void LinkTable::applyStats(const StatsMessage &message)
 {
     const auto at = find(message.index);
-    if (at == m_links.end() || at->link.index != message.index || at->newer)
+    if (!m_complete || at == m_links.end() || at->link.index != message.index || at->newer)
         return;
     at->counters = { message.download, message.upload };
     addStep(LinkStep::Kind::Counted, *at, false).counters = at->counters;

@@ -28,7 +28,8 @@ public:
     //! A link event, and a link in the answer to the question for all of them.
     void applyEvent(const LinkMessage &message);
     void applyAnswer(const LinkMessage &message);
-    //! The counters in the answer to the question for those of all links.
+    //! The counters in the answer to the question for those of all links. After a loss they may be
+    //! those of another link and are not taken.
     void applyStats(const StatsMessage &message);
     //! The answer has listed all links.
     void endAnswer();

@@ -26,6 +26,7 @@ private slots:
     void anInterruptedListIsAskedForAgain();
     void withoutAnyWholeListThereAreNoNews();
     void interruptedCountersAreListed();
+    void countersAreAskedForAgainAfterAnEvent();
     void lostEventsAskForAList();
     void stepsSurviveAReadThatFails();
     void withoutASocketThereAreNoNews();
@@ -204,6 +205,19 @@ void tst_LinkMonitor::interruptedCountersAreListed()
     QCOMPARE(m_script->types, (std::vector<int> { RTM_GETSTATS, RTM_GETLINK }));
 }
 
+void tst_LinkMonitor::countersAreAskedForAgainAfterAnEvent()
+{
+    QVERIFY(read().valid);
+    m_bytes = 5000;
+    m_script->event(linkBytes(5, 5000, 5000)); // the answer behind it may be the older of the two
+    const LinkNews news = read();
+    QVERIFY(news.valid);
+    QCOMPARE(m_script->types, (std::vector<int> { RTM_GETSTATS, RTM_GETSTATS, RTM_GETROUTE }));
+    QCOMPARE(news.steps.front().fromEvent, true);
+    QCOMPARE(news.steps.back().link.index, 5);
+    QCOMPARE(news.steps.back().counters->upload, quint64(5200));
+}
+
 void tst_LinkMonitor::lostEventsAskForAList()
 {
     QVERIFY(read().valid);
@@ -212,7 +226,7 @@ void tst_LinkMonitor::lostEventsAskForAList()
     m_links = { 1, 6 };
     const LinkNews news = read();
     QVERIFY(news.valid);
-    QCOMPARE(m_script->types, (std::vector<int> { RTM_GETLINK, RTM_GETROUTE }));
+    QCOMPARE(m_script->types, (std::vector<int> { RTM_GETSTATS, RTM_GETLINK, RTM_GETROUTE }));
     QCOMPARE(news.steps.size(), std::size_t(4));
     QCOMPARE(news.steps[0].counters->upload, quint64(5000));
     QCOMPARE(news.steps[2].kind, LinkStep::Kind::Appeared);
