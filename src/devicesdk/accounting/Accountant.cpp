@@ -398,13 +398,8 @@ void Accountant::follow(std::int64_t nowNs)
         m_live.advance(nullptr, nowNs);
         return;
     }
-    LiveLook look;
-    look.link = chosen->link();
-    look.device = chosen->note.key;
-    look.roaming = chosen->roaming;
-    look.counters = *chosen->last();
-    look.delta = chosen->delta();
-    look.restarted = chosen->fell() || chosen->sawDown();
+    const LiveLook look { chosen->link(),  chosen->note.key, chosen->roaming,
+                          *chosen->last(), chosen->delta(),  chosen->fell() || chosen->sawDown() };
     m_live.advance(&look, nowNs);
 }
 

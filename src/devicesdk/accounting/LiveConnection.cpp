@@ -28,10 +28,13 @@ void LiveConnection::advance(const LiveLook *look, std::int64_t nowNs)
     m_instance = look ? look->link.instance : 0;
     const std::int64_t elapsedNs = same ? nowNs - m_lastNs : 0;
     m_lastNs = nowNs;
-    m_live.interface = look ? look->link.name : std::string();
-    m_live.device = look ? look->device : std::string();
-    if (!look)
+    if (!look) {
+        m_live.interface.clear();
+        m_live.device.clear();
         return;
+    }
+    m_live.interface = look->link.name;
+    m_live.device = look->device;
     m_live.type = look->link.wireless ? 1 : 0;
     m_live.roaming = look->roaming;
     if (!look->link.up)

@@ -36,8 +36,8 @@ struct LiveFigures
 /*! The chosen link at one look. */
 struct LiveLook
 {
-    Link link;
-    std::string device;
+    const Link &link;
+    const std::string &device; //!< its key
     bool roaming = false;
     LinkCounters counters; //!< now
     LinkCounters delta; //!< what flowed since the look before

@@ -234,19 +234,19 @@ void Engine::tick()
             commitIfDue();
     } catch (const std::exception &) { // no memory: the next look begins anew
     }
-    const LiveFigures figures = live();
-    auto data = eventData(figures.connected, figures.type);
+    auto data = liveEvent();
     m_callbacks.notify(kEventStatistics, data.data());
 }
 
 void Engine::commitIfDue()
 {
     settle();
-    m_localDays.follow();
+    if (m_ticks % kZoneSeconds == 0)
+        m_localDays.follow();
     thinOut();
-    if (m_ticks < kLongestWaitSeconds && !m_ledger.isUrgent())
+    if (m_ticks - m_commitTick < kLongestWaitSeconds && !m_ledger.isUrgent())
         return;
-    m_ticks = 0;
+    m_commitTick = m_ticks;
     m_ledger.commit();
 }
 
@@ -278,6 +278,12 @@ LiveFigures Engine::live() const
     return m_accountant.live();
 }
 
+std::array<char, kEventSize> Engine::liveEvent() const
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    return eventData(m_accountant.live().connected, m_accountant.live().type);
+}
+
 bool Engine::report(int kind, int type, Report &report)
 {
     if (kind == kKindLive) {
@@ -294,7 +300,8 @@ bool Engine::report(int kind, int type, Report &report)
 
 Report Engine::liveReport(int type) const
 {
-    const LiveFigures figures = live();
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LiveFigures &figures = m_accountant.live();
     Report report;
     if (!figures.connected || figures.type != type)
         return report;

@@ -9,6 +9,7 @@
 #include "store/Ledger.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -20,11 +21,13 @@
 
 namespace velq {
 
-//! Seconds between two commits, and between two looks at the system's time zone. While there is
-//! little to write (see Changes::isUrgent()) a commit may wait longer, which spares disk and
-//! battery. That is what a power cut can lose at most. A killed process loses nothing.
+//! Seconds between two commits. While there is little to write (see Changes::isUrgent()) a commit
+//! may wait longer, which spares disk and battery. That is what a power cut can lose at most. A
+//! killed process loses no byte.
 constexpr int kCommitSeconds = 5;
-constexpr int kLongestWaitSeconds = 30;
+constexpr int kLongestWaitSeconds = 60;
+//! Between two looks at the system's time zone.
+constexpr int kZoneSeconds = 30;
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
 constexpr int kLeastKeptDays = 7;
@@ -106,6 +109,7 @@ public:
 private:
     [[nodiscard]] bool periodReport(int kind, int type, Report &report);
     [[nodiscard]] Report liveReport(int type) const;
+    [[nodiscard]] std::array<char, kEventSize> liveEvent() const;
     [[nodiscard]] std::int64_t now() const;
     [[nodiscard]] Moment moment() const;
     void sampleLocked();
@@ -129,8 +133,10 @@ private:
     const std::function<std::shared_ptr<const NetworkFacts>()> m_facts;
     CallbackList m_callbacks;
     Ledger m_ledger;
-    int m_ticks = 0; // since the latest commit; the ticking thread's
-    Day m_thinnedOut = 0; // likewise: the day on which it was done last
+    // The ticking thread's.
+    std::int64_t m_ticks = 0;
+    std::int64_t m_commitTick = 0; // of the latest commit
+    Day m_thinnedOut = 0; // the day on which it was done last
     mutable std::mutex m_mutex; // guards the accountant; taken before the ledger's
     Accountant m_accountant;
     std::uint64_t m_takeovers = 0;
