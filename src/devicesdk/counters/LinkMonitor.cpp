@@ -116,7 +116,6 @@ void LinkMonitor::noteEvent(const void *message, std::size_t size)
         m_table.noteConnect(connected);
     } else if (const auto link = parseLinkMessage(message, size)) {
         m_table.applyEvent(*link);
-        m_announced = true;
         m_routesChanged = true; // a carrier that comes or goes changes whether a route is usable
     } else if (isDefaultRouteChange(message, size)) {
         m_routesChanged = true;
@@ -170,11 +169,12 @@ bool LinkMonitor::listLinks()
 
 Answer::Status LinkMonitor::readCounters()
 {
-    // What waited comes with the answer. A link that it tells of has its counters of that moment,
-    // so they are asked for once more, which is rarer than nothing was waiting.
-    m_announced = false;
+    // The events that were waiting come with the answer. Links that they tell of are asked for once
+    // more; most seconds have none, and need no call that only looks for them.
     const auto status = askCounters();
-    return status == Answer::Status::Whole && m_announced ? askCounters() : status;
+    const bool again
+        = status == Answer::Status::Whole && m_table.isComplete() && m_table.hasNewer();
+    return again ? askCounters() : status;
 }
 
 Answer::Status LinkMonitor::askCounters()

@@ -41,7 +41,6 @@ private:
     MessageStream m_stream;
     std::vector<DefaultRoute> m_routes;
     bool m_routesChanged = true;
-    bool m_announced = false; // a link event was read since this was cleared
     bool m_countersRefused = false; // an old kernel: links are listed each time instead
 };
 

@@ -61,8 +61,8 @@ void LinkTable::beginAnswer()
 
 void LinkTable::applyEvent(const LinkMessage &message)
 {
-    auto at = find(message.index);
-    bool isKnown = at != m_links.end() && at->link.index == message.index;
+    const auto at = find(message.index);
+    const bool isKnown = at != m_links.end() && at->link.index == message.index;
     if (message.deleted) {
         m_deleted.push_back(message.index);
         if (isKnown)
@@ -76,10 +76,8 @@ void LinkTable::applyEvent(const LinkMessage &message)
             noteLoss(); // a link that exists and was never announced
         return;
     }
-    if (isKnown && !m_complete && isAnotherLink(*at, message)) {
-        at = remove(at, true);
-        isKnown = false;
-    }
+    if (isKnown && !m_complete && isAnotherLink(*at, message))
+        return; // of which of the two it tells is not known; the list that follows will say
     if (isKnown)
         change(*at, message, true);
     else
@@ -96,7 +94,7 @@ void LinkTable::applyAnswer(const LinkMessage &message)
     if (message.deleted || !message.hasCounters || (isKnown ? at->newer : isDeleted))
         return;
     if (isKnown && !m_complete && isAnotherLink(*at, message)) {
-        at = remove(at, false);
+        at = remove(at);
         isKnown = false;
     }
     if (isKnown)
@@ -117,7 +115,7 @@ void LinkTable::applyStats(const StatsMessage &message)
 void LinkTable::endAnswer()
 {
     for (auto at = m_links.begin(); at != m_links.end();)
-        at = at->listed || at->newer ? at + 1 : remove(at, false);
+        at = at->listed || at->newer ? at + 1 : remove(at);
     m_complete = m_wasComplete = true;
 }
 
@@ -143,6 +141,12 @@ void LinkTable::noteConnect(int index)
     const auto at = find(index);
     if (at != m_links.end() && at->link.index == index)
         endDisconnect(*at);
+}
+
+bool LinkTable::hasNewer() const
+{
+    return std::any_of(m_links.begin(), m_links.end(),
+                       [](const Known &known) { return known.newer; });
 }
 
 std::vector<LinkStep> LinkTable::takeSteps()
@@ -215,9 +219,9 @@ void LinkTable::removeDeleted(Iterator at, const LinkMessage &message)
     m_links.erase(at);
 }
 
-LinkTable::Iterator LinkTable::remove(Iterator at, bool fromEvent)
+LinkTable::Iterator LinkTable::remove(Iterator at)
 {
-    addStep(LinkStep::Kind::Gone, *at, fromEvent);
+    addStep(LinkStep::Kind::Gone, *at, false);
     return m_links.erase(at);
 }
 

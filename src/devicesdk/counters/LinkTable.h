@@ -49,6 +49,9 @@ public:
     {
         return m_complete;
     }
+    //! Whether an event told of a link since the latest beginAnswer(), so that its counters in the
+    //! answer were not taken.
+    [[nodiscard]] bool hasNewer() const;
     [[nodiscard]] std::vector<LinkStep> takeSteps();
 
 private:
@@ -68,7 +71,7 @@ private:
     void change(Known &known, const LinkMessage &message, bool fromEvent);
     void changeFlags(Known &known, const LinkMessage &message);
     void removeDeleted(Iterator at, const LinkMessage &message);
-    Iterator remove(Iterator at, bool fromEvent);
+    Iterator remove(Iterator at);
     void endDisconnect(Known &known);
     [[nodiscard]] bool isAnotherLink(const Known &known, const LinkMessage &message) const;
     LinkStep &addStep(LinkStep::Kind kind, const Known &known, bool fromEvent);

@@ -28,6 +28,7 @@ private slots:
     void interruptedCountersAreListed();
     void countersAreAskedForAgainAfterAnEvent();
     void lostEventsAskForAList();
+    void anEventFromBeforeALossIsNotOfTheNewLink();
     void stepsSurviveAReadThatFails();
     void withoutASocketThereAreNoNews();
     void aSocketThatCouldNotBeMadeIsMadeLater();
@@ -42,6 +43,7 @@ private:
     std::vector<int> m_links; // that the kernel lists
     std::vector<int> m_routes; // the links of its default routes
     quint64 m_bytes = 0;
+    quint64 m_instance = 0; // of every link, in /sys
     int m_interruptions = 0; // of the next answers
     int m_silences = 0; // requests that are not answered
     int m_countersError = 0;
@@ -51,12 +53,14 @@ void tst_LinkMonitor::init()
 {
     m_script = std::make_shared<Script>();
     m_script->requested = [this] { answer(); };
-    m_monitor = std::make_unique<LinkMonitor>(
-        std::make_unique<ScriptedKernel>(m_script),
-        [](const std::string &, int) { return velq::LinkPlace {}; });
+    m_monitor = std::make_unique<LinkMonitor>(std::make_unique<ScriptedKernel>(m_script),
+                                              [this](const std::string &, int) {
+                                                  return velq::LinkPlace { m_instance, false };
+                                              });
     m_links = { 1, 5 };
     m_routes = { 5 };
     m_bytes = 0;
+    m_instance = 0;
     m_interruptions = m_silences = m_countersError = 0;
 }
 
@@ -233,6 +237,31 @@ void tst_LinkMonitor::lostEventsAskForAList()
     QCOMPARE(news.steps[2].base->upload, quint64(0));
     QCOMPARE(news.steps[3].kind, LinkStep::Kind::Gone);
     QCOMPARE(news.steps[3].link.index, 5);
+}
+
+//! The link was made anew while events were lost, and one of the old link still waits.
+void tst_LinkMonitor::anEventFromBeforeALossIsNotOfTheNewLink()
+{
+    m_instance = 1;
+    m_bytes = 5000;
+    QVERIFY(read().valid);
+    m_script->requested = [this] {
+        answer();
+        if (m_script->request.nlmsg_type != RTM_GETSTATS)
+            return;
+        m_script->event(linkBytes(5, 5600, 5600));
+        m_script->entries.push_front({ Script::Status::Lost, {} });
+        m_instance = 2;
+        m_bytes = 0;
+    };
+    const LinkNews news = read();
+    QVERIFY(news.valid);
+    const LinkStep &made = news.steps.back();
+    QCOMPARE(made.kind, LinkStep::Kind::Appeared);
+    QCOMPARE(made.link.instance, quint64(2));
+    QCOMPARE(made.counters->upload, quint64(100));
+    for (const LinkStep &step : news.steps)
+        QVERIFY(step.link.instance == 1 || step.counters->upload == 100);
 }
 
 void tst_LinkMonitor::stepsSurviveAReadThatFails()
