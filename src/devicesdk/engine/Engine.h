@@ -28,6 +28,7 @@ constexpr int kCommitSeconds = 5;
 constexpr int kLongestWaitSeconds = 60;
 //! Between two looks at the system's time zone.
 constexpr int kZoneSeconds = 30;
+static_assert(kZoneSeconds % kCommitSeconds == 0, "it is looked at beside the commits");
 //! How long hours are kept without another policy; days are kept for ever.
 constexpr int kKeptDays = 2 * 365;
 constexpr int kLeastKeptDays = 7;

@@ -21,6 +21,7 @@ private slots:
 
     void commitsEveryFewTicks();
     void aLittleWaitsLonger();
+    void aNewZoneMovesNoTotal();
     void aNewEngineGoesOnWhereTheLastWasKilled();
     void aStoreThatCanBeReadLateLosesNothing();
     void theUsedDeviceIsRemembered();
@@ -63,6 +64,34 @@ void tst_EngineStore::aLittleWaitsLonger()
     QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds));
     commitNow(1);
     QCOMPARE(runSql(m_folder->file(), count), qint64(1 + velq::kLongestWaitSeconds) + kMuch);
+}
+
+//! The system's zone changes while the engine runs; what is booked keeps its day.
+void tst_EngineStore::aNewZoneMovesNoTotal()
+{
+    constexpr int kDay = 1;
+    constexpr int kYear = 5;
+    const QByteArray zone = qgetenv("TZ");
+    secondOf(1000, 10);
+    const velq::DaySpan before = m_engine->periodOf(kDay);
+    qputenv("TZ", "Ahead-14"); // there it is tomorrow
+    for (int i = 1; i < velq::kZoneSeconds; ++i) {
+        QCOMPARE(m_engine->periodOf(kDay).from, before.from);
+        secondOf(0, 0);
+    }
+    const velq::DaySpan after = m_engine->periodOf(kDay);
+    secondOf(2000, 20);
+    const Report day = get(kDay);
+    const Report year = get(kYear);
+    qputenv("TZ", zone);
+    QCOMPARE(after.from, before.from + 1);
+    QCOMPARE(day.download, quint64(2000));
+    QCOMPARE(day.upload, quint64(20));
+    QCOMPARE(year.download, quint64(3000));
+    QCOMPARE(year.upload, quint64(30));
+    m_engine->close();
+    QCOMPARE(runSql(m_folder->file(), "SELECT count(DISTINCT day) FROM hour"), 2LL);
+    QCOMPARE(runSql(m_folder->file(), "SELECT sum(download) FROM hour"), 3000LL);
 }
 
 void tst_EngineStore::aNewEngineGoesOnWhereTheLastWasKilled()
