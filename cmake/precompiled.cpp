@@ -1,1 +1,5 @@
-// Has no code: what is compiled with it are the headers that the tests share.
+// Nothing but a place for the precompiled headers of the tests.
+int main()
+{
+    return 0;
+}
