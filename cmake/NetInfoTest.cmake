@@ -2,6 +2,7 @@
 #                  [LAUNCHER program argument...])
 # One test program, run offscreen in a fixed locale and time zone. Labels: unit, gui, integration;
 # threads marks what the thread sanitizer runs. The launcher is given the test's command line.
+# For the thread sanitizer: test networks are made in forked children; a race ends also a program that is killed in the end.
 set(NETINFO_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
@@ -9,7 +10,7 @@ set(NETINFO_TEST_ENVIRONMENT
     "ASAN_OPTIONS=detect_stack_use_after_return=1"
     "UBSAN_OPTIONS=print_stacktrace=1"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
-    "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
+    "TSAN_OPTIONS=ignore_noninstrumented_modules=1:die_after_fork=0:halt_on_error=1")
 
 # In later Qt 6 the QTRY_ macros put a count of milliseconds into an int, at the place of their use.
 add_library(netinfo_test_flags INTERFACE)
