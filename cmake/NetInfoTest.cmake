@@ -2,7 +2,7 @@
 #                  [LAUNCHER program argument...])
 # One test program, run offscreen in a fixed locale and time zone. Labels: unit, gui, integration;
 # threads marks what the thread sanitizer runs. The launcher is given the test's command line.
-# For the thread sanitizer: test networks are made in forked children; a race ends also a program that is killed in the end.
+# For the thread sanitizer: test networks are made in forked children, and a race shall end the program.
 set(NETINFO_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
