@@ -23,6 +23,7 @@ private slots:
     void aDisconnectTakesItDownWithinASecond();
     void itStaysDown();
     void connectedAgainItIsANewConnection();
+    void velqctlDisconnectsAndConnects();
     void anotherUserIsRefused();
     void whatIsNotManagedIsToldSo();
     void withoutNetworkManagerThereIsNoService();
@@ -130,6 +131,17 @@ void tst_VelqDisconnect::connectedAgainItIsANewConnection()
     QTRY_VERIFY_WITH_TIMEOUT(g_ticks >= ticks + 2, 8000);
     QCOMPARE(connections(), 1);
     QCOMPARE(g_connected.load(), 1);
+}
+
+void tst_VelqDisconnect::velqctlDisconnectsAndConnects()
+{
+    const QTemporaryDir folder; // of a program that counts by itself
+    const QString velqctl = QStringLiteral(VELQCTL " --json --data-dir ") + folder.path();
+    QVERIFY(run(velqctl + QStringLiteral(" disconnect")).contains("\"done\": true"));
+    QVERIFY(!hasAddress());
+    QVERIFY(run(velqctl + QStringLiteral(" connect")).contains("\"done\": true"));
+    QVERIFY(hasAddress());
+    QTRY_COMPARE_WITH_TIMEOUT(connections(), 1, 5000);
 }
 
 void tst_VelqDisconnect::anotherUserIsRefused()
