@@ -436,6 +436,9 @@ void tst_NetworkWatcher::factsAreReadFromManyThreads()
 
 void tst_NetworkWatcher::aForkedChildLeavesItAlone()
 {
+#ifdef __SANITIZE_THREAD__
+    QSKIP("the sanitizer forgets threads at a fork, and GCC 14's ends where one is given up");
+#endif
     FakeServices bus;
     setModem(bus);
     bus.start();
