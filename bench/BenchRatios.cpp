@@ -8,6 +8,18 @@
 
 namespace {
 
+// A run says whether it ended early: until version 1.7 of Google Benchmark, and later.
+template <typename Run>
+auto endedEarly(const Run &run) -> decltype(bool(run.error_occurred))
+{
+    return run.error_occurred;
+}
+template <typename Run>
+auto endedEarly(const Run &run) -> decltype(bool(run.skipped))
+{
+    return run.skipped != 0;
+}
+
 //! The console's report, which also keeps every run's time: CPU time, or of a benchmark that asks
 //! for it the wall-clock time.
 class RatioReporter : public benchmark::ConsoleReporter
@@ -18,7 +30,7 @@ public:
         for (const Run &run : runs) {
             if (run.run_type != Run::RT_Iteration)
                 continue;
-            if (run.error_occurred)
+            if (endedEarly(run))
                 m_failed = true;
             else if (run.run_name.time_type == "real_time")
                 m_times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
