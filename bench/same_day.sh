@@ -17,13 +17,16 @@ skip() { # REASON
 
 enterNamespace() { # BUILD-FOLDER
     local tool
+    local -a namespaces=(--net --mount --pid --fork --kill-child --mount-proc)
     PATH=$PATH:/usr/sbin:/sbin
     for tool in ip unshare nsenter vnstat vnstatd python3; do
         command -v "$tool" >/dev/null || skip "$tool is not installed"
     done
     [ "$(id -u)" -eq 0 ] || skip "only root may do this"
     export PATH
-    exec unshare --net --mount --pid --fork --kill-child --mount-proc bash "$0" --inside "$1"
+    unshare "${namespaces[@]}" bash -c 'mount -t sysfs -o ro sysfs /sys &&
+        ip link add va type veth peer name vb' 2>/dev/null || skip "namespaces are not allowed here"
+    exec unshare "${namespaces[@]}" bash "$0" --inside "$1"
 }
 
 # Without IPv6 and with fixed neighbours nothing flows but what is sent.
